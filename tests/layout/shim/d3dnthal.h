@@ -1,0 +1,3 @@
+#pragma once
+
+// Wanted by winddi.h; nothing of it is used.
