@@ -1,0 +1,139 @@
+#pragma once
+
+#include "magnifier/smoothing_pass.h"
+
+// The rules by which the staircases of a magnified picture are rounded. Where two pixels that touch
+// at a corner have the same colour and that colour loses against its neighbours, it grows into them.
+namespace koru {
+
+// Whether the block lies far enough inside for the pixels next to it, two columns or rows away from
+// the junction, to exist.
+inline bool HasPixelsBeyond(const RECTL& original, const Quadrant& quadrant, LONG x, LONG y)
+{
+    const bool sideways = quadrant.outward.x < 0 ? x - 2 >= original.left : x + 1 < original.right;
+    const bool upOrDown = quadrant.outward.y < 0 ? y - 2 >= original.top : y + 1 < original.bottom;
+    return sideways && upOrDown;
+}
+
+// The colour that wins along the row of the junction where the pixels differ.
+template<class Pixel, class Pixels>
+typename Pixel::Value RowWinner(const SmoothPass& pass, const Pixels& pixels, const POINTL& shift)
+{
+    const auto topLeft = pixels.At({-1, -1}, shift), topRight = pixels.At({0, -1}, shift);
+    if (topLeft == topRight)
+        return Pixel::Choose(pixels.At({-1, 0}, shift), pixels.At({0, 0}, shift), pass);
+    return Pixel::Choose(topLeft, topRight, pass);
+}
+
+// Whether the colour of the diagonal that passes a quadrant's block grows into it. `shift` moves the
+// question to a neighbouring junction of the window.
+template<class Pixel, class Pixels>
+bool Grows(const SmoothPass& pass, const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift)
+{
+    const auto colour = pixels.At(quadrant.sameRow, shift);
+    const auto block = pixels.At(quadrant.block, shift);
+    if (pixels.At(quadrant.sameColumn, shift) != colour || block == colour)
+        return false;
+    const auto winner =
+        quadrant.blockAskedFirst ? Pixel::Choose(block, colour, pass) : Pixel::Choose(colour, block, pass);
+    return winner == block && RowWinner<Pixel>(pass, pixels, shift) != colour;
+}
+
+// Three pixels of one colour whose edges both run on: the corner of a box, which stays square.
+template<class Pixel, class Pixels> bool IsBoxCorner(const SmoothPass& pass, const Pixels& pixels, LONG x, LONG y)
+{
+    for (const Quadrant& quadrant : Quadrants) {
+        const auto colour = pixels.At(quadrant.opposite);
+        if (pixels.At(quadrant.sameRow) != colour || pixels.At(quadrant.sameColumn) != colour ||
+            pixels.At(quadrant.block) == colour)
+            continue;
+        const LONG rowBeyond = y + quadrant.sameRow.y + quadrant.outward.y;
+        const LONG columnBeyond = x + quadrant.sameColumn.x + quadrant.outward.x;
+        return HasPixelsBeyond(pass.original, quadrant, x, y) &&
+               Pixel::Read(pass.SourceRow(rowBeyond), x + quadrant.sameRow.x) == colour &&
+               Pixel::Read(pass.SourceRow(y + quadrant.sameColumn.y), columnBeyond) == colour;
+    }
+    return false;
+}
+
+// Improve factors 1 and 2: triangles with equal legs, from the four pixels round each junction.
+template<class Pixel, bool KeepsCorners> void SmoothFour(const SmoothPass& pass)
+{
+    const LONG side = pass.xFactor < pass.yFactor ? pass.xFactor : pass.yFactor;
+    Window<Pixel, 1, 0> pixels;
+    ForEachJunction(pass, pixels, [&](LONG x, LONG y, const POINTL& junction) {
+        if (pixels.At(-1, -1) != pixels.At(0, 0) && pixels.At(0, -1) != pixels.At(-1, 0))
+            return;
+        if (KeepsCorners && IsBoxCorner<Pixel>(pass, pixels, x, y))
+            return;
+        for (const Quadrant& quadrant : Quadrants) {
+            if (KeepsCorners && !HasPixelsBeyond(pass.original, quadrant, x, y))
+                continue;
+            if (Grows<Pixel>(pass, pixels, quadrant, {0, 0}))
+                PaintTriangle<Pixel>(pass, quadrant, junction, {side, side}, {0, 0}, pixels.At(quadrant.sameRow));
+        }
+    });
+}
+
+enum class EdgeRun { Diagonal, Sideways, UpAndDown };
+
+// Whether the edge that a quadrant's triangle would smooth has steps of two pixels, and which way.
+template<class Pixels> EdgeRun RunOfEdge(const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift)
+{
+    const auto colour = pixels.At(quadrant.sameRow, shift);
+    const auto block = pixels.At(quadrant.block, shift);
+    if (pixels.At(quadrant.opposite, shift) == colour)
+        return EdgeRun::Diagonal;
+    const POINTL beside = {shift.x + quadrant.outward.x, shift.y};
+    const POINTL beyond = {shift.x, shift.y + quadrant.outward.y};
+    const bool sideways = pixels.At(quadrant.sameColumn, beside) == colour && pixels.At(quadrant.block, beside) == block;
+    const bool upAndDown = pixels.At(quadrant.sameRow, beyond) == colour && pixels.At(quadrant.block, beyond) == block;
+    if (sideways == upAndDown)
+        return EdgeRun::Diagonal;
+    return sideways ? EdgeRun::Sideways : EdgeRun::UpAndDown;
+}
+
+inline Legs LegsOf(const SmoothPass& pass, EdgeRun run)
+{
+    return {run == EdgeRun::Sideways ? 2 * pass.xFactor : pass.xFactor,
+            run == EdgeRun::UpAndDown ? 2 * pass.yFactor : pass.yFactor};
+}
+
+// A junction whose window lies inside; the halves of a long triangle are painted from two of them.
+inline bool IsVisited(const RECTL& original, LONG x, LONG y)
+{
+    return x - 2 >= original.left && y - 2 >= original.top && x + 1 < original.right && y + 1 < original.bottom;
+}
+
+// The far half of a long triangle whose right angle is at the junction `shift` away.
+template<class Pixel, class Pixels>
+void PaintFarHalf(const SmoothPass& pass, const Pixels& pixels, const Quadrant& quadrant, const POINTL& junction,
+                  const POINTL& shift, EdgeRun run)
+{
+    if (RunOfEdge(pixels, quadrant, shift) != run || !Grows<Pixel>(pass, pixels, quadrant, shift))
+        return;
+    const POINTL half = {shift.x ? pass.xFactor : 0, shift.y ? pass.yFactor : 0};
+    PaintTriangle<Pixel>(pass, quadrant, junction, LegsOf(pass, run), half, pixels.At(quadrant.sameRow, shift));
+}
+
+// Improve factor 3: sixteen pixels round each junction, so that lines with one step to two pixels
+// become straight as well.
+template<class Pixel> void SmoothSixteen(const SmoothPass& pass)
+{
+    Window<Pixel, 2, 1> pixels;
+    ForEachJunction(pass, pixels, [&](LONG x, LONG y, const POINTL& junction) {
+        const bool isCorner = IsBoxCorner<Pixel>(pass, pixels, x, y);
+        for (const Quadrant& quadrant : Quadrants) {
+            if (!isCorner && Grows<Pixel>(pass, pixels, quadrant, {0, 0}))
+                PaintTriangle<Pixel>(pass, quadrant, junction, LegsOf(pass, RunOfEdge(pixels, quadrant, {0, 0})),
+                                     {0, 0}, pixels.At(quadrant.sameRow));
+            const POINTL& outward = quadrant.outward;
+            if (IsVisited(pass.original, x - outward.x, y))
+                PaintFarHalf<Pixel>(pass, pixels, quadrant, junction, {-outward.x, 0}, EdgeRun::Sideways);
+            if (IsVisited(pass.original, x, y - outward.y))
+                PaintFarHalf<Pixel>(pass, pixels, quadrant, junction, {0, -outward.y}, EdgeRun::UpAndDown);
+        }
+    });
+}
+
+} // namespace koru
