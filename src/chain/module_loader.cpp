@@ -12,8 +12,8 @@ namespace {
 
     constexpr FLONG LegacyHooks =
         HOOK_BITBLT | HOOK_STRETCHBLT | HOOK_TEXTOUT | HOOK_PAINT | HOOK_LINETO | HOOK_COPYBITS;
-    constexpr FLONG CurrentHooks = LegacyHooks | HOOK_STROKEPATH | HOOK_STRETCHBLTROP | HOOK_TRANSPARENTBLT
-        | HOOK_ALPHABLEND | HOOK_GRADIENTFILL;
+    constexpr FLONG CurrentHooks =
+        LegacyHooks | HOOK_STROKEPATH | HOOK_STRETCHBLTROP | HOOK_TRANSPARENTBLT | HOOK_ALPHABLEND | HOOK_GRADIENTFILL;
     static_assert(LegacyHooks == 0x51B && CurrentHooks == 0x3A53B);
 
 } // namespace

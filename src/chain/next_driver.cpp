@@ -17,8 +17,8 @@ namespace {
     constexpr ULONG FileNameLength = NameLength + sizeof(Extension) / sizeof(WCHAR);
     static_assert(FileNameLength == 45);
 
-    using PFN_GetNextDriver = ULONG(__attribute__((cdecl))*)(ULONG, ULONG, const WCHAR* module, WCHAR* name,
-                                                             ULONG nameLength);
+    using PFN_GetNextDriver = ULONG(__attribute__((cdecl)) *)(ULONG, ULONG, const WCHAR* module, WCHAR* name,
+                                                              ULONG nameLength);
 
     const char* MessageFor(ULONG status)
     {

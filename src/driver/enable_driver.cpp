@@ -24,7 +24,7 @@ namespace {
     void OfferHookTable(ULONG iEngineVersion, ULONG cj, DRVENABLEDATA* pded)
     {
         const HookTable table = LegacyDdi ? LegacyHookTable() : CurrentHookTable();
-        if (cj >= offsetof(DRVENABLEDATA, pdrvfn) + sizeof(pded->pdrvfn))
+        if (cj >= sizeof(DRVENABLEDATA))
             pded->pdrvfn = table.entries;
         if (cj >= offsetof(DRVENABLEDATA, c) + sizeof(pded->c))
             pded->c = table.count;

@@ -19,7 +19,8 @@ namespace {
         static_assert(sizeof(Hook<Index, Function>) == sizeof(DRVFN));
         return {Index, function};
     }
-    template<class... Hooks> struct Rows : Hooks... {};
+    template<class... Hooks> struct Rows : Hooks... {
+    };
     template<class... Hooks> Rows(Hooks...) -> Rows<Hooks...>;
 
     constinit const Rows LegacyRows = {

@@ -5,6 +5,7 @@
 #include "driver/device_calls.h"
 #include "driver/device_caps.h"
 #include "driver/pool.h"
+#include "driver/record_flags.h"
 #include "driver/screen_list.h"
 #include "driver/semaphore_hold.h"
 #include "escape/color_pair_list.h"
@@ -12,9 +13,6 @@
 namespace koru {
 
 namespace {
-
-    constexpr LONG NoScreenFlag = 1; // with which calls that draw on no screen are handed over
-    constexpr LONG GetModesFlag = 0;
 
     // The Screen's record goes; what it still owns goes before it. Backing bitmaps stay: the engine
     // deletes its device bitmaps by itself. So do screen surfaces that were never disabled.
@@ -50,10 +48,9 @@ DHPDEV APIENTRY DrvEnablePDEV(DEVMODEW* pdm, WCHAR* pwszLogAddress, ULONG cPat, 
                 CaptureCall(
                     [&](BYTE* record, ULONG room) {
                         return ExpandDrvEnablePDEV(pdm, pwszLogAddress, cPat, phsurfPatterns, cjCaps, pdevcaps,
-                                                   cjDevInfo, pdi, hdev, pwszDeviceName, hDriver, dhpdev, record,
-                                                   room);
+                                                   cjDevInfo, pdi, hdev, pwszDeviceName, hDriver, dhpdev, record, room);
                     },
-                    NoScreenFlag);
+                    DeviceCallFlag);
         }
     }
     DebugPrint("DrvEnablePDEV is ended \n");
@@ -72,7 +69,7 @@ void APIENTRY DrvCompletePDEV(DHPDEV dhpdev, HDEV hdev)
         DebugPrint("CompletePDEV: Fatal error: dhpdev not found.\n");
     if (CaptureAllows(CALL_COMPLETEPDEV))
         CaptureCall([&](BYTE* record, ULONG room) { return ExpandDrvCompletePDEV(dhpdev, hdev, record, room); },
-                    NoScreenFlag);
+                    DeviceCallFlag);
     real(dhpdev, hdev);
 }
 
@@ -85,7 +82,7 @@ void APIENTRY DrvDisablePDEV(DHPDEV dhpdev)
     DropScreen(ScreenList::Find(dhpdev));
     if (CaptureAllows(CALL_DISABLEPDEV))
         CaptureCall([&](BYTE* record, ULONG room) { return ExpandDrvDisablePDEV(dhpdev, record, room); },
-                    NoScreenFlag);
+                    DeviceCallFlag);
     real(dhpdev);
 }
 
@@ -97,7 +94,7 @@ BOOL APIENTRY DrvAssertMode(DHPDEV dhpdev, BOOL bEnable)
         return FALSE;
     if (CaptureAllows(CALL_ASSERTMODE))
         CaptureCall([&](BYTE* record, ULONG room) { return ExpandDrvAssertMode(dhpdev, bEnable, record, room); },
-                    NoScreenFlag);
+                    DeviceCallFlag);
     return real(dhpdev, bEnable);
 }
 

@@ -7,16 +7,17 @@ namespace koru::ScreenList {
 
 namespace {
 
+    constexpr ULONG SlotSize = sizeof(void*);
     constinit Screen** Slots = nullptr;
     constinit ULONG SlotCount = 0;
 
     bool Grow()
     {
-        auto** const grown = static_cast<Screen**>(AllocateFromPool((SlotCount + 1) * sizeof(Screen*)));
+        auto** const grown = static_cast<Screen**>(AllocateFromPool((SlotCount + 1) * SlotSize));
         if (!grown)
             return false;
         if (Slots)
-            memcpy(grown, Slots, SlotCount * sizeof(Screen*));
+            memcpy(grown, Slots, SlotCount * SlotSize);
         FreeToPool(Slots);
         Slots = grown;
         ++SlotCount;

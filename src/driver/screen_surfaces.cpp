@@ -19,8 +19,7 @@ namespace {
     // behind any SURFOBJ of the device surface by locking that.
     HSURF CreateDeviceSurface(const Screen& screen, const SURFOBJ& real)
     {
-        const HSURF device =
-            EngCreateDeviceSurface(DhsurfOf(screen.hsurfVirtual), real.sizlBitmap, real.iBitmapFormat);
+        const HSURF device = EngCreateDeviceSurface(DhsurfOf(screen.hsurfVirtual), real.sizlBitmap, real.iBitmapFormat);
         if (!device || !EngAssociateSurface(screen.hsurfVirtual, screen.hdev, HOOK_SYNCHRONIZEACCESS))
             return nullptr;
         const FLONG hooks = ModuleLoader.HookFlags() | HOOK_SYNCHRONIZEACCESS;

@@ -4,6 +4,7 @@
 #include "cursor/cursor.h"
 #include "driver/device_calls.h"
 #include "driver/locked_surface.h"
+#include "driver/record_flags.h"
 #include "driver/screen_list.h"
 #include "driver/screen_surfaces.h"
 #include "driver/semaphore_hold.h"
@@ -11,8 +12,6 @@
 namespace koru {
 
 namespace {
-
-    constexpr LONG NoScreenFlag = 1;
 
     void PlaceCursor(HSURF hsurfReal)
     {
@@ -42,7 +41,7 @@ HSURF APIENTRY DrvEnableSurface(DHPDEV dhpdev)
     }
     if (CaptureAllows(CALL_ENABLESURFACE))
         CaptureCall([&](BYTE* record, ULONG room) { return ExpandDrvEnableSurface(dhpdev, result, record, room); },
-                    NoScreenFlag);
+                    DeviceCallFlag);
     return result;
 }
 
@@ -54,7 +53,7 @@ void APIENTRY DrvDisableSurface(DHPDEV dhpdev)
         return;
     if (CaptureAllows(CALL_DISABLESURFACE))
         CaptureCall([&](BYTE* record, ULONG room) { return ExpandDrvDisableSurface(dhpdev, record, room); },
-                    NoScreenFlag);
+                    DeviceCallFlag);
     if (Screen* const screen = ScreenList::Find(dhpdev))
         DeleteScreenSurfaces(*screen);
     SoftwareCursor.Reset();

@@ -38,17 +38,16 @@ BOOL APIENTRY DrvBitBlt(SURFOBJ* psoTrg, SURFOBJ* psoSrc, SURFOBJ* psoMask, CLIP
                         RECTL* prclTrg, POINTL* pptlSrc, POINTL* pptlMask, BRUSHOBJ* pbo, POINTL* pptlBrush, ROP4 rop4)
 {
     const RECTL rclSrc = RectangleAt(pptlSrc, prclTrg);
-    return RunHook({CALL_BITBLT, psoTrg, psoSrc, prclTrg, &rclSrc},
-                   [&](RECTL& bounds) { return CutToClip(bounds, prclTrg, pco); },
-                   [&](SURFOBJ* on, SURFOBJ* from) {
-                       return prclTrg ? EngBitBlt(on, from, psoMask, pco, pxlo, prclTrg, pptlSrc, pptlMask, pbo,
-                                                  pptlBrush, rop4)
-                                      : FALSE;
-                   },
-                   [&](BYTE* record, ULONG room) {
-                       return ExpandDrvBitBlt(psoTrg, psoSrc, psoMask, pco, pxlo, prclTrg, pptlSrc, pptlMask, pbo,
-                                              pptlBrush, rop4, record, room);
-                   });
+    return RunHook(
+        {CALL_BITBLT, psoTrg, psoSrc, prclTrg, &rclSrc}, [&](RECTL& bounds) { return CutToClip(bounds, prclTrg, pco); },
+        [&](SURFOBJ* on, SURFOBJ* from) {
+            return prclTrg ? EngBitBlt(on, from, psoMask, pco, pxlo, prclTrg, pptlSrc, pptlMask, pbo, pptlBrush, rop4)
+                           : FALSE;
+        },
+        [&](BYTE* record, ULONG room) {
+            return ExpandDrvBitBlt(psoTrg, psoSrc, psoMask, pco, pxlo, prclTrg, pptlSrc, pptlMask, pbo, pptlBrush, rop4,
+                                   record, room);
+        });
 }
 
 BOOL APIENTRY DrvCopyBits(SURFOBJ* psoDest, SURFOBJ* psoSrc, CLIPOBJ* pco, XLATEOBJ* pxlo, RECTL* prclDest,
@@ -57,15 +56,14 @@ BOOL APIENTRY DrvCopyBits(SURFOBJ* psoDest, SURFOBJ* psoSrc, CLIPOBJ* pco, XLATE
     const SemaphoreHold hold;
     const ULONG bit = IsPointerCopy(psoDest, psoSrc) ? NotCaptured : ULONG{CALL_COPYBITS};
     const RECTL rclSrc = RectangleAt(pptlSrc, prclDest);
-    return RunHookHeld({bit, psoDest, psoSrc, prclDest, &rclSrc},
-                       [&](RECTL& bounds) { return CutToClip(bounds, prclDest, pco); },
-                       [&](SURFOBJ* on, SURFOBJ* from) {
-                           return from && prclDest && pptlSrc ? EngCopyBits(on, from, pco, pxlo, prclDest, pptlSrc)
-                                                              : FALSE;
-                       },
-                       [&](BYTE* record, ULONG room) {
-                           return ExpandDrvCopyBits(psoDest, psoSrc, pco, pxlo, prclDest, pptlSrc, record, room);
-                       });
+    return RunHookHeld(
+        {bit, psoDest, psoSrc, prclDest, &rclSrc}, [&](RECTL& bounds) { return CutToClip(bounds, prclDest, pco); },
+        [&](SURFOBJ* on, SURFOBJ* from) {
+            return from && prclDest && pptlSrc ? EngCopyBits(on, from, pco, pxlo, prclDest, pptlSrc) : FALSE;
+        },
+        [&](BYTE* record, ULONG room) {
+            return ExpandDrvCopyBits(psoDest, psoSrc, pco, pxlo, prclDest, pptlSrc, record, room);
+        });
 }
 
 } // namespace koru

@@ -1,6 +1,7 @@
 #include "capture/records.h"
 #include "chain/module_loader.h"
 #include "driver/optional_entries.h"
+#include "driver/record_flags.h"
 #include "driver/screen_list.h"
 #include "hooks/entry_points.h"
 #include "hooks/hook_frame.h"
@@ -9,8 +10,6 @@
 namespace koru {
 
 namespace {
-
-    constexpr LONG DitherColorFlag = 0;
 
     ULONG Dither(DHPDEV dhpdev, ULONG iMode, ULONG rgb, ULONG* pul)
     {
@@ -24,16 +23,16 @@ namespace {
 
 } // namespace
 
-BOOL APIENTRY DrvRealizeBrush(BRUSHOBJ* pbo, SURFOBJ* psoTarget, SURFOBJ* psoPattern, SURFOBJ* psoMask,
-                              XLATEOBJ* pxlo, ULONG iHatch)
+BOOL APIENTRY DrvRealizeBrush(BRUSHOBJ* pbo, SURFOBJ* psoTarget, SURFOBJ* psoPattern, SURFOBJ* psoMask, XLATEOBJ* pxlo,
+                              ULONG iHatch)
 {
     const SemaphoreHold hold;
     const TargetScreen target = FindTarget(psoTarget);
-    const BOOL result = DrawHooked({CALL_REALIZEBRUSH, psoTarget, nullptr, nullptr, nullptr}, target,
-                                   [&](SURFOBJ* on, SURFOBJ*) {
-                                       const auto real = RealFunction<PFN_DrvRealizeBrush>(INDEX_DrvRealizeBrush);
-                                       return real ? real(pbo, on, psoPattern, psoMask, pxlo, iHatch) : FALSE;
-                                   });
+    const BOOL result =
+        DrawHooked({CALL_REALIZEBRUSH, psoTarget, nullptr, nullptr, nullptr}, target, [&](SURFOBJ* on, SURFOBJ*) {
+            const auto real = RealFunction<PFN_DrvRealizeBrush>(INDEX_DrvRealizeBrush);
+            return real ? real(pbo, on, psoPattern, psoMask, pxlo, iHatch) : FALSE;
+        });
     if (CaptureAllows(CALL_REALIZEBRUSH, psoTarget))
         CaptureCall(
             [&](BYTE* record, ULONG room) {
@@ -48,11 +47,9 @@ ULONG APIENTRY DrvDitherColor(DHPDEV dhpdev, ULONG iMode, ULONG rgb, ULONG* pul)
     const SemaphoreHold hold;
     const ULONG result = Dither(dhpdev, iMode, rgb, pul);
     if (CaptureAllows(CALL_DITHERCOLOR))
-        CaptureCall(
-            [&](BYTE* record, ULONG room) {
-                return ExpandDrvDitherColor(dhpdev, iMode, rgb, pul, result, record, room);
-            },
-            DitherColorFlag);
+        CaptureCall([&](BYTE* record,
+                        ULONG room) { return ExpandDrvDitherColor(dhpdev, iMode, rgb, pul, result, record, room); },
+                    DitherColorFlag);
     return result;
 }
 

@@ -7,6 +7,7 @@
 #include "driver/locked_surface.h"
 #include "driver/nested_drawing.h"
 #include "driver/pool.h"
+#include "driver/record_flags.h"
 #include "driver/screen_list.h"
 #include "driver/semaphore_hold.h"
 #include "driver/stride.h"
@@ -16,8 +17,6 @@
 namespace koru {
 
 namespace {
-
-    constexpr LONG DeviceBitmapFlag = 1;
 
     DeviceBitmap* FindFreeEntry(const Screen& screen)
     {

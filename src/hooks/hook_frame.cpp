@@ -92,9 +92,8 @@ BOOL RunHookHeld(const HookedCall& call, AskBounds askBounds, DrawOn draw, Expan
 {
     const TargetScreen target = FindTarget(call.psoTrg, askBounds);
     const BOOL result = DrawHooked(call, target, draw);
-    const LONGLONG now = CaptureAllows(call.bit, call.psoTrg, target.visible)
-        ? CaptureCall(expand, FlagOf(target))
-        : ReadCounter();
+    const LONGLONG now =
+        CaptureAllows(call.bit, call.psoTrg, target.visible) ? CaptureCall(expand, FlagOf(target)) : ReadCounter();
     UpdateIfDue(target.screen, now);
     return result;
 }

@@ -2,6 +2,7 @@
 
 #include "capture/capture_call.h"
 #include "driver/function_ref.h"
+#include "driver/record_flags.h"
 #include "driver/screen.h"
 #include "driver/semaphore_hold.h"
 
@@ -49,7 +50,7 @@ bool ShowOnRealScreen(Screen& screen, SURFOBJ* drawn, const RECTL& bounds);
 // The flag of a record of a drawing call.
 constexpr LONG FlagOf(const TargetScreen& target)
 {
-    return target.onScreen ? 0 : 1;
+    return target.onScreen ? OnScreenFlag : OffScreenFlag;
 }
 
 } // namespace koru

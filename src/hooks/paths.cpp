@@ -50,15 +50,14 @@ BOOL APIENTRY DrvStrokePath(SURFOBJ* pso, PATHOBJ* ppo, CLIPOBJ* pco, XFORMOBJ* 
                             POINTL* pptlBrushOrg, LINEATTRS* plineattrs, MIX mix)
 {
     PathPlace place(ppo, pco, plineattrs);
-    return RunHook({CALL_STROKEPATH, pso, nullptr, place.Touched(), nullptr},
-                   [&](RECTL& bounds) { return place.Bounds(bounds); },
-                   [&](SURFOBJ* on, SURFOBJ*) {
-                       return ppo ? EngStrokePath(on, ppo, pco, pxo, pbo, pptlBrushOrg, plineattrs, mix) : FALSE;
-                   },
-                   [&](BYTE* record, ULONG room) {
-                       return ExpandDrvStrokePath(pso, ppo, pco, pxo, pbo, pptlBrushOrg, plineattrs, mix, record,
-                                                  room);
-                   });
+    return RunHook(
+        {CALL_STROKEPATH, pso, nullptr, place.Touched(), nullptr}, [&](RECTL& bounds) { return place.Bounds(bounds); },
+        [&](SURFOBJ* on, SURFOBJ*) {
+            return ppo ? EngStrokePath(on, ppo, pco, pxo, pbo, pptlBrushOrg, plineattrs, mix) : FALSE;
+        },
+        [&](BYTE* record, ULONG room) {
+            return ExpandDrvStrokePath(pso, ppo, pco, pxo, pbo, pptlBrushOrg, plineattrs, mix, record, room);
+        });
 }
 
 // Switched on and off together with DrvStrokePath, though its records are of a type of their own.
@@ -66,14 +65,14 @@ BOOL APIENTRY DrvFillPath(SURFOBJ* pso, PATHOBJ* ppo, CLIPOBJ* pco, BRUSHOBJ* pb
                           FLONG flOptions)
 {
     PathPlace place(ppo, pco, nullptr);
-    return RunHook({CALL_STROKEPATH, pso, nullptr, place.Touched(), nullptr},
-                   [&](RECTL& bounds) { return place.Bounds(bounds); },
-                   [&](SURFOBJ* on, SURFOBJ*) {
-                       return ppo ? EngFillPath(on, ppo, pco, pbo, pptlBrushOrg, mix, flOptions) : FALSE;
-                   },
-                   [&](BYTE* record, ULONG room) {
-                       return ExpandDrvFillPath(pso, ppo, pco, pbo, pptlBrushOrg, mix, flOptions, record, room);
-                   });
+    return RunHook(
+        {CALL_STROKEPATH, pso, nullptr, place.Touched(), nullptr}, [&](RECTL& bounds) { return place.Bounds(bounds); },
+        [&](SURFOBJ* on, SURFOBJ*) {
+            return ppo ? EngFillPath(on, ppo, pco, pbo, pptlBrushOrg, mix, flOptions) : FALSE;
+        },
+        [&](BYTE* record, ULONG room) {
+            return ExpandDrvFillPath(pso, ppo, pco, pbo, pptlBrushOrg, mix, flOptions, record, room);
+        });
 }
 
 BOOL APIENTRY DrvStrokeAndFillPath(SURFOBJ* pso, PATHOBJ* ppo, CLIPOBJ* pco, XFORMOBJ* pxo, BRUSHOBJ* pboStroke,
@@ -81,17 +80,18 @@ BOOL APIENTRY DrvStrokeAndFillPath(SURFOBJ* pso, PATHOBJ* ppo, CLIPOBJ* pco, XFO
                                    FLONG flOptions)
 {
     PathPlace place(ppo, pco, plineattrs);
-    return RunHook({CALL_STROKEANDFILLPATH, pso, nullptr, place.Touched(), nullptr},
-                   [&](RECTL& bounds) { return place.Bounds(bounds); },
-                   [&](SURFOBJ* on, SURFOBJ*) {
-                       return ppo ? EngStrokeAndFillPath(on, ppo, pco, pxo, pboStroke, plineattrs, pboFill,
-                                                         pptlBrushOrg, mixFill, flOptions)
-                                  : FALSE;
-                   },
-                   [&](BYTE* record, ULONG room) {
-                       return ExpandDrvStrokeAndFillPath(pso, ppo, pco, pxo, pboStroke, plineattrs, pboFill,
-                                                         pptlBrushOrg, mixFill, flOptions, record, room);
-                   });
+    return RunHook(
+        {CALL_STROKEANDFILLPATH, pso, nullptr, place.Touched(), nullptr},
+        [&](RECTL& bounds) { return place.Bounds(bounds); },
+        [&](SURFOBJ* on, SURFOBJ*) {
+            return ppo ? EngStrokeAndFillPath(on, ppo, pco, pxo, pboStroke, plineattrs, pboFill, pptlBrushOrg, mixFill,
+                                              flOptions)
+                       : FALSE;
+        },
+        [&](BYTE* record, ULONG room) {
+            return ExpandDrvStrokeAndFillPath(pso, ppo, pco, pxo, pboStroke, plineattrs, pboFill, pptlBrushOrg, mixFill,
+                                              flOptions, record, room);
+        });
 }
 
 } // namespace koru

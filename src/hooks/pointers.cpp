@@ -3,6 +3,7 @@
 #include "cursor/cursor.h"
 #include "driver/locked_surface.h"
 #include "driver/nested_drawing.h"
+#include "driver/record_flags.h"
 #include "escape/dark_zones.h"
 #include "hooks/call_rectangles.h"
 #include "hooks/entry_points.h"
@@ -13,8 +14,6 @@
 namespace koru {
 
 namespace {
-
-    constexpr LONG PointerFlag = 0;
 
     // Moves the pointer or changes its shape, on the bitmap behind the surface. `touched` is what the
     // software cursor wants shown.
@@ -44,8 +43,7 @@ namespace {
             if (target.screen && !IsEmpty(touched))
                 ShowOnRealScreen(*target.screen, target.onScreen ? backing.Get() : nullptr, touched);
         }
-        const LONGLONG now =
-            CaptureAllows(bit, pso, target.visible) ? CaptureCall(expand, PointerFlag) : ReadCounter();
+        const LONGLONG now = CaptureAllows(bit, pso, target.visible) ? CaptureCall(expand, PointerFlag) : ReadCounter();
         UpdateIfDue(target.screen, now);
         return result;
     }
@@ -57,7 +55,10 @@ void APIENTRY DrvMovePointer(SURFOBJ* pso, LONG x, LONG y, RECTL* prcl)
     const RECTL pixel = PixelAt(x, y);
     const bool hiding = x < 0 || y < 0;
     RunPointerHook(
-        CALL_MOVEPOINTER, pso, hiding ? nullptr : prcl ? prcl : &pixel,
+        CALL_MOVEPOINTER, pso,
+        hiding     ? nullptr
+            : prcl ? prcl
+                   : &pixel,
         [&](SURFOBJ* on, RECTL& touched) -> ULONG {
             if (DriverOptions.PointerMode == PointerDrawnHere)
                 touched = SoftwareCursor.Move(pso, x, y, prcl);

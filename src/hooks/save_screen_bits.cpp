@@ -3,6 +3,7 @@
 #include "driver/handles.h"
 #include "driver/locked_surface.h"
 #include "driver/nested_drawing.h"
+#include "driver/record_flags.h"
 #include "driver/screen_list.h"
 #include "escape/dark_zones.h"
 #include "hooks/cursor_exclusion.h"
@@ -15,8 +16,6 @@
 namespace koru {
 
 namespace {
-
-    constexpr LONG SaveScreenBitsFlag = 1;
 
     HSURF SavedBits(ULONG ident)
     {
@@ -39,8 +38,7 @@ namespace {
         if (width <= 0 || height <= 0 || width > largest || height > largest || stride > largest)
             return nullptr;
         const SIZEL size = {static_cast<LONG>(width), static_cast<LONG>(height)};
-        return SurfaceOf(
-            EngCreateBitmap(size, static_cast<LONG>(stride), screen.iBitmapFormat, BMF_TOPDOWN, nullptr));
+        return SurfaceOf(EngCreateBitmap(size, static_cast<LONG>(stride), screen.iBitmapFormat, BMF_TOPDOWN, nullptr));
     }
 
     bool CopyToBitmap(const Screen& screen, const RECTL& rectangle, HSURF saved)

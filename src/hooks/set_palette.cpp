@@ -2,6 +2,7 @@
 #include "chain/module_loader.h"
 #include "driver/debug_print.h"
 #include "driver/pool.h"
+#include "driver/record_flags.h"
 #include "driver/screen_list.h"
 #include "hooks/entry_points.h"
 #include "hooks/hook_frame.h"
@@ -11,7 +12,6 @@ namespace koru {
 
 namespace {
 
-    constexpr LONG SetPaletteFlag = 1;
     constexpr ULONG MostColours = 256;
 
     ULONG PaletteSizeOf(ULONG iBitmapFormat)
@@ -68,11 +68,9 @@ BOOL APIENTRY DrvSetPalette(DHPDEV dhpdev, PALOBJ* ppalo, FLONG fl, ULONG iStart
     const auto real = RealFunction<PFN_DrvSetPalette>(INDEX_DrvSetPalette);
     const BOOL result = real ? real(dhpdev, ppalo, fl, iStart, cColors) : FALSE;
     if (CaptureAllows(CALL_SETPALETTE))
-        CaptureCall(
-            [&](BYTE* record, ULONG room) {
-                return ExpandDrvSetPalette(dhpdev, ppalo, fl, iStart, cColors, record, room);
-            },
-            SetPaletteFlag);
+        CaptureCall([&](BYTE* record,
+                        ULONG room) { return ExpandDrvSetPalette(dhpdev, ppalo, fl, iStart, cColors, record, room); },
+                    SetPaletteFlag);
     return result;
 }
 

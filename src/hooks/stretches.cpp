@@ -42,21 +42,22 @@ namespace {
 // The cursor's place is compared with the destination alone, for what is read as well: a pointer over
 // the source is stretched along, as programs that this driver serves have come to expect.
 BOOL APIENTRY DrvStretchBlt(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoMask, CLIPOBJ* pco, XLATEOBJ* pxlo,
-                            COLORADJUSTMENT* pca, POINTL* pptlHTOrg, RECTL* prclDest, RECTL* prclSrc,
-                            POINTL* pptlMask, ULONG iMode)
+                            COLORADJUSTMENT* pca, POINTL* pptlHTOrg, RECTL* prclDest, RECTL* prclSrc, POINTL* pptlMask,
+                            ULONG iMode)
 {
     const RECTL ordered = Ordered(prclDest);
-    return RunHook({CALL_STRETCHBLT, psoDest, psoSrc, &ordered, &ordered},
-                   [&](RECTL& bounds) { return CutToClip(bounds, prclDest ? &ordered : nullptr, pco); },
-                   [&](SURFOBJ* on, SURFOBJ* from) {
-                       return from && prclDest && prclSrc ? EngStretchBlt(on, from, psoMask, pco, pxlo, pca, pptlHTOrg,
-                                                                          prclDest, prclSrc, pptlMask, iMode)
-                                                          : FALSE;
-                   },
-                   [&](BYTE* record, ULONG room) {
-                       return ExpandDrvStretchBlt(psoDest, psoSrc, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest,
-                                                  prclSrc, pptlMask, iMode, record, room);
-                   });
+    return RunHook(
+        {CALL_STRETCHBLT, psoDest, psoSrc, &ordered, &ordered},
+        [&](RECTL& bounds) { return CutToClip(bounds, prclDest ? &ordered : nullptr, pco); },
+        [&](SURFOBJ* on, SURFOBJ* from) {
+            return from && prclDest && prclSrc
+                ? EngStretchBlt(on, from, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode)
+                : FALSE;
+        },
+        [&](BYTE* record, ULONG room) {
+            return ExpandDrvStretchBlt(psoDest, psoSrc, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask,
+                                       iMode, record, room);
+        });
 }
 
 BOOL APIENTRY DrvStretchBltROP(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoMask, CLIPOBJ* pco, XLATEOBJ* pxlo,
@@ -65,19 +66,19 @@ BOOL APIENTRY DrvStretchBltROP(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoMa
 {
     const RECTL ordered = Ordered(prclDest);
     const RECTL orderedSrc = Ordered(prclSrc);
-    return RunHook({CALL_STRETCHBLTROP, psoDest, psoSrc, &ordered, &orderedSrc},
-                   [&](RECTL& bounds) { return CutToClip(bounds, prclDest ? &ordered : nullptr, pco); },
-                   [&](SURFOBJ* on, SURFOBJ* from) {
-                       const auto stretch = OptionalEngEntries.StretchBltROP;
-                       return stretch && from && prclDest && prclSrc
-                           ? stretch(on, from, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode,
-                                     pbo, rop4)
-                           : FALSE;
-                   },
-                   [&](BYTE* record, ULONG room) {
-                       return ExpandDrvStretchBltROP(psoDest, psoSrc, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest,
-                                                     prclSrc, pptlMask, iMode, pbo, rop4, record, room);
-                   });
+    return RunHook(
+        {CALL_STRETCHBLTROP, psoDest, psoSrc, &ordered, &orderedSrc},
+        [&](RECTL& bounds) { return CutToClip(bounds, prclDest ? &ordered : nullptr, pco); },
+        [&](SURFOBJ* on, SURFOBJ* from) {
+            const auto stretch = OptionalEngEntries.StretchBltROP;
+            return stretch && from && prclDest && prclSrc
+                ? stretch(on, from, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode, pbo, rop4)
+                : FALSE;
+        },
+        [&](BYTE* record, ULONG room) {
+            return ExpandDrvStretchBltROP(psoDest, psoSrc, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc,
+                                          pptlMask, iMode, pbo, rop4, record, room);
+        });
 }
 
 // What is shown, and tested against the dark zones, is the rectangle that the call reads. The cursor
@@ -87,18 +88,18 @@ BOOL APIENTRY DrvPlgBlt(SURFOBJ* psoTrg, SURFOBJ* psoSrc, SURFOBJ* psoMsk, CLIPO
                         ULONG iMode)
 {
     const RECTL painted = PixelsOfParallelogram(pptfx);
-    return RunHook({CALL_PLGBLT, psoTrg, psoSrc, &painted, prcl},
-                   [&](RECTL& bounds) { return CutToClip(bounds, prcl, pco); },
-                   [&](SURFOBJ* on, SURFOBJ* from) {
-                       const auto blit = OptionalEngEntries.PlgBlt;
-                       return blit && from && pptfx && prcl
-                           ? blit(on, from, psoMsk, pco, pxlo, pca, pptlBrushOrg, pptfx, prcl, pptl, iMode)
-                           : FALSE;
-                   },
-                   [&](BYTE* record, ULONG room) {
-                       return ExpandDrvPlgBlt(psoTrg, psoSrc, psoMsk, pco, pxlo, pca, pptlBrushOrg, pptfx, prcl, pptl,
-                                              iMode, record, room);
-                   });
+    return RunHook(
+        {CALL_PLGBLT, psoTrg, psoSrc, &painted, prcl}, [&](RECTL& bounds) { return CutToClip(bounds, prcl, pco); },
+        [&](SURFOBJ* on, SURFOBJ* from) {
+            const auto blit = OptionalEngEntries.PlgBlt;
+            return blit && from && pptfx && prcl
+                ? blit(on, from, psoMsk, pco, pxlo, pca, pptlBrushOrg, pptfx, prcl, pptl, iMode)
+                : FALSE;
+        },
+        [&](BYTE* record, ULONG room) {
+            return ExpandDrvPlgBlt(psoTrg, psoSrc, psoMsk, pco, pxlo, pca, pptlBrushOrg, pptfx, prcl, pptl, iMode,
+                                   record, room);
+        });
 }
 
 } // namespace koru

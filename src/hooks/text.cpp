@@ -30,12 +30,12 @@ namespace {
 
 // Captured before it is drawn: the consumer hears of a text while the screen still shows what was
 // there before.
-BOOL APIENTRY DrvTextOut(SURFOBJ* pso, STROBJ* pstro, FONTOBJ* pfo, CLIPOBJ* pco, RECTL* prclExtra,
-                         RECTL* prclOpaque, BRUSHOBJ* pboFore, BRUSHOBJ* pboOpaque, POINTL* pptlOrg, MIX mix)
+BOOL APIENTRY DrvTextOut(SURFOBJ* pso, STROBJ* pstro, FONTOBJ* pfo, CLIPOBJ* pco, RECTL* prclExtra, RECTL* prclOpaque,
+                         BRUSHOBJ* pboFore, BRUSHOBJ* pboOpaque, POINTL* pptlOrg, MIX mix)
 {
     const SemaphoreHold hold;
-    const TargetScreen target = FindTarget(
-        pso, [&](RECTL& bounds) { return TakeAsBounds(bounds, TextBounds(pstro, pco, prclOpaque)); });
+    const TargetScreen target =
+        FindTarget(pso, [&](RECTL& bounds) { return TakeAsBounds(bounds, TextBounds(pstro, pco, prclOpaque)); });
     if (CaptureAllows(CALL_TEXTOUT, pso, target.visible))
         CaptureCall(
             [&](BYTE* record, ULONG room) {
@@ -44,12 +44,11 @@ BOOL APIENTRY DrvTextOut(SURFOBJ* pso, STROBJ* pstro, FONTOBJ* pfo, CLIPOBJ* pco
             },
             FlagOf(target));
     const RECTL touched = TouchedByText(pstro, pco, prclOpaque);
-    const BOOL result =
-        DrawHooked({CALL_TEXTOUT, pso, nullptr, &touched, nullptr}, target, [&](SURFOBJ* on, SURFOBJ*) {
-            return pstro || prclOpaque ? EngTextOut(on, pstro, pfo, pco, prclExtra, prclOpaque, pboFore, pboOpaque,
-                                                    pptlOrg, mix)
-                                       : FALSE;
-        });
+    const BOOL result = DrawHooked({CALL_TEXTOUT, pso, nullptr, &touched, nullptr}, target, [&](SURFOBJ* on, SURFOBJ*) {
+        return pstro || prclOpaque
+            ? EngTextOut(on, pstro, pfo, pco, prclExtra, prclOpaque, pboFore, pboOpaque, pptlOrg, mix)
+            : FALSE;
+    });
     UpdateIfDue(target.screen, ReadCounter());
     return result;
 }

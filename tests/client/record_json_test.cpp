@@ -100,8 +100,10 @@ namespace {
              .Halves({24, 1, 2, 3, 4, 5, 6, 7, -8, -9, -10, -11})
              .Words({1, 2, 10, 20, 30, 40, 11, 21, 31, 41, 12, 13, 4, 6, 0xAACC}),
          R"("adjustment":{"size":24,"flags":1,"illuminant":2,"redGamma":3,"greenGamma":4,"blueGamma":5,)"
-         R"("referenceBlack":6,"referenceWhite":7,"contrast":-8,"brightness":-9,"colorfulness":-10,"redGreenTint":-11},)"
-         R"("ptlHalftone":[1,2],"rclDest":[10,20,30,40],"rclSrc":[11,21,31,41],"ptlMask":[12,13],"mode":4,"rop4":43724,)"
+         R"("referenceBlack":6,"referenceWhite":7,"contrast":-8,"brightness":-9,"colorfulness":-10,)"
+         R"("redGreenTint":-11},)"
+         R"("ptlHalftone":[1,2],"rclDest":[10,20,30,40],"rclSrc":[11,21,31,41],"ptlMask":[12,13],"mode":4,)"
+         R"("rop4":43724,)"
              + NoSlots2 + R"(,"mask":)" + Bad(3) + R"(,"clip":)" + Bad(4) + R"(,"xlate":)" + Bad(5) + R"(,"brush":)"
              + Bad(6)},
         {"DrvPlgBlt", 0x10000000,

@@ -28,20 +28,14 @@ namespace {
         return dhpdev;
     }
 
-    void APIENTRY CompletePdev(DHPDEV, HDEV)
-    {
-    }
-    void APIENTRY DisablePdev(DHPDEV)
-    {
-    }
+    void APIENTRY CompletePdev(DHPDEV, HDEV) { }
+    void APIENTRY DisablePdev(DHPDEV) { }
 
     HSURF APIENTRY EnableSurface(DHPDEV)
     {
         return current->surface ? current->surface->hsurf : nullptr;
     }
-    void APIENTRY DisableSurface(DHPDEV)
-    {
-    }
+    void APIENTRY DisableSurface(DHPDEV) { }
 
     template<class Function> DRVFN Entry(ULONG index, Function* function)
     {

@@ -34,17 +34,16 @@ namespace {
     BOOL StretchBlt(Session& session, SURFOBJ* target)
     {
         RECTL to = Painted, from = {0, 0, 8, 6};
-        return session.Hook<PFN_DrvStretchBlt>(INDEX_DrvStretchBlt)(target, Picture(session), nullptr, nullptr,
-                                                                    nullptr, nullptr, nullptr, &to, &from, nullptr,
-                                                                    COLORONCOLOR);
+        return session.Hook<PFN_DrvStretchBlt>(INDEX_DrvStretchBlt)(
+            target, Picture(session), nullptr, nullptr, nullptr, nullptr, nullptr, &to, &from, nullptr, COLORONCOLOR);
     }
 
     BOOL StretchBltROP(Session& session, SURFOBJ* target)
     {
         RECTL to = Painted, from = {0, 0, 8, 6};
-        return session.Hook<PFN_DrvStretchBltROP>(INDEX_DrvStretchBltROP)(
-            target, Picture(session), nullptr, nullptr, nullptr, nullptr, nullptr, &to, &from, nullptr, COLORONCOLOR,
-            nullptr, 0xCCCC);
+        return session.Hook<PFN_DrvStretchBltROP>(INDEX_DrvStretchBltROP)(target, Picture(session), nullptr, nullptr,
+                                                                          nullptr, nullptr, nullptr, &to, &from,
+                                                                          nullptr, COLORONCOLOR, nullptr, 0xCCCC);
     }
 
     // The rectangle that is read and the one that is painted are the same, as only the former is shown.
@@ -70,8 +69,8 @@ namespace {
     {
         RECTL to = Painted, from = {0, 0, 16, 12};
         constexpr ULONG transparent = 0x123456;
-        return session.Hook<PFN_DrvTransparentBlt>(INDEX_DrvTransparentBlt)(target, Picture(session), nullptr,
-                                                                            nullptr, &to, &from, transparent, 0);
+        return session.Hook<PFN_DrvTransparentBlt>(INDEX_DrvTransparentBlt)(target, Picture(session), nullptr, nullptr,
+                                                                            &to, &from, transparent, 0);
     }
 
     BOOL GradientFill(Session& session, SURFOBJ* target)

@@ -8,62 +8,63 @@
 namespace conformance {
 namespace {
 
-struct ServiceCase {
-    const char* service;
-    const char* hook;
-};
-class MissingService : public testing::TestWithParam<ServiceCase> {
-protected:
-    MissingService()
+    struct ServiceCase {
+        const char* service;
+        const char* hook;
+    };
+    class MissingService : public testing::TestWithParam<ServiceCase> {
+    protected:
+        MissingService()
+        {
+            session.Engine().HideService(GetParam().service);
+            session.Driver().EnableAgain(); // looks the services up anew
+            session.InstallConsumer();
+            session.SetCaptureMask(0xFFFFFFFF);
+            session.records.clear();
+        }
+        static const DrawingHook& Hook(const std::string& name)
+        {
+            const auto& hooks = DrawingHooks();
+            return *std::find_if(hooks.begin(), hooks.end(),
+                                 [&](const DrawingHook& hook) { return name == hook.name; });
+        }
+        Session session;
+    };
+
+    TEST_P(MissingService, MakesItsHookDrawNothingAndAnswerFalse)
     {
-        session.Engine().HideService(GetParam().service);
-        session.Driver().EnableAgain(); // looks the services up anew
-        session.InstallConsumer();
-        session.SetCaptureMask(0xFFFFFFFF);
-        session.records.clear();
+        BOOL result = TRUE;
+        EXPECT_EQ(ShownBy(session, [&] { result = Hook(GetParam().hook).call(session, session.Screen()); }),
+                  "8 8 24 20")
+            << "the rest of the frame runs";
+        EXPECT_EQ(result, FALSE);
+        EXPECT_EQ(session.Virtual()->Pixel(10, 10), 0x00445566u);
+        EXPECT_EQ(session.TakeOnlyRecord().CallType(), Hook(GetParam().hook).recordType);
+        EXPECT_EQ(session.Engine().Violations().size(), 0u);
     }
-    static const DrawingHook& Hook(const std::string& name)
+
+    TEST_P(MissingService, LeavesTheOtherHooksAlone)
     {
-        const auto& hooks = DrawingHooks();
-        return *std::find_if(hooks.begin(), hooks.end(), [&](const DrawingHook& hook) { return name == hook.name; });
+        for (const DrawingHook& hook : DrawingHooks()) {
+            const BOOL drawn = std::string(hook.name) != GetParam().hook;
+            EXPECT_EQ(hook.call(session, session.Screen()), drawn) << hook.name;
+        }
     }
-    Session session;
-};
 
-TEST_P(MissingService, MakesItsHookDrawNothingAndAnswerFalse)
-{
-    BOOL result = TRUE;
-    EXPECT_EQ(ShownBy(session, [&] { result = Hook(GetParam().hook).call(session, session.Screen()); }),
-              "8 8 24 20")
-        << "the rest of the frame runs";
-    EXPECT_EQ(result, FALSE);
-    EXPECT_EQ(session.Virtual()->Pixel(10, 10), 0x00445566u);
-    EXPECT_EQ(session.TakeOnlyRecord().CallType(), Hook(GetParam().hook).recordType);
-    EXPECT_EQ(session.Engine().Violations().size(), 0u);
-}
+    INSTANTIATE_TEST_SUITE_P(Services, MissingService,
+                             testing::Values(ServiceCase{"EngAlphaBlend", "AlphaBlend"},
+                                             ServiceCase{"EngGradientFill", "GradientFill"},
+                                             ServiceCase{"EngTransparentBlt", "TransparentBlt"},
+                                             ServiceCase{"EngStretchBltROP", "StretchBltROP"},
+                                             ServiceCase{"EngPlgBlt", "PlgBlt"}),
+                             [](const auto& info) { return info.param.hook; });
 
-TEST_P(MissingService, LeavesTheOtherHooksAlone)
-{
-    for (const DrawingHook& hook : DrawingHooks()) {
-        const BOOL drawn = std::string(hook.name) != GetParam().hook;
-        EXPECT_EQ(hook.call(session, session.Screen()), drawn) << hook.name;
+    TEST(OptionalServices, AreFoundByAnEngineOfTheOlderInterfaceToo)
+    {
+        Session session(WithoutDevice(0x20000));
+        EXPECT_EQ(session.Hook<PFN>(INDEX_DrvAlphaBlend), nullptr);
+        EXPECT_EQ(session.Driver().Table().c, 26u);
     }
-}
-
-INSTANTIATE_TEST_SUITE_P(Services, MissingService,
-                         testing::Values(ServiceCase{"EngAlphaBlend", "AlphaBlend"},
-                                         ServiceCase{"EngGradientFill", "GradientFill"},
-                                         ServiceCase{"EngTransparentBlt", "TransparentBlt"},
-                                         ServiceCase{"EngStretchBltROP", "StretchBltROP"},
-                                         ServiceCase{"EngPlgBlt", "PlgBlt"}),
-                         [](const auto& info) { return info.param.hook; });
-
-TEST(OptionalServices, AreFoundByAnEngineOfTheOlderInterfaceToo)
-{
-    Session session(WithoutDevice(0x20000));
-    EXPECT_EQ(session.Hook<PFN>(INDEX_DrvAlphaBlend), nullptr);
-    EXPECT_EQ(session.Driver().Table().c, 26u);
-}
 
 } // namespace
 } // namespace conformance
