@@ -25,7 +25,7 @@ namespace {
     std::map<DHPDEV, std::unique_ptr<Pdev>> Pdevs;
     std::vector<DRVFN> Table;
 
-    template <class Argument> ULONG AsNumber(Argument argument)
+    template<class Argument> ULONG AsNumber(Argument argument)
     {
         if constexpr (std::is_pointer_v<Argument>)
             return static_cast<ULONG>(reinterpret_cast<std::uintptr_t>(argument));
@@ -34,7 +34,7 @@ namespace {
     }
 
     // Notes the call; false when it is to fail.
-    template <class... Arguments> bool Record(ULONG index, Arguments... arguments)
+    template<class... Arguments> bool Record(ULONG index, Arguments... arguments)
     {
         Calls.push_back({index, {AsNumber(arguments)...}});
         return Options.refuseAt != index;
@@ -49,7 +49,7 @@ namespace {
         return nullptr;
     }
 
-    template <class Structure> void Give(const Structure& structure, ULONG size, void* target)
+    template<class Structure> void Give(const Structure& structure, ULONG size, void* target)
     {
         if (target)
             std::memcpy(target, &structure, std::min<std::size_t>(size, sizeof(structure)));
@@ -217,7 +217,7 @@ namespace {
         Record(INDEX_DrvDisableDriver);
     }
 
-    template <class Function> DRVFN Entry(ULONG index, Function* function)
+    template<class Function> DRVFN Entry(ULONG index, Function* function)
     {
         return {index, reinterpret_cast<PFN>(function)};
     }
