@@ -2,13 +2,6 @@
 
 .PHONY: run test host asan image test-asan bench fuzz lint coverage clean packages
 
-packages:
-	@scripts/install-packages
-
-host asan image: packages
-	cmake --preset $@ $(QUIET)
-	cmake --build --preset $@
-
 # Plays the samples and leaves pictures and records in build/run.
 run: host
 	build/host/koru play samples/session.json --out build/run
@@ -16,11 +9,29 @@ run: host
 test: image host
 	ctest --preset host
 
+packages:
+	@scripts/install-packages
+
+host asan image: packages
+	cmake --preset $@ --log-level=WARNING
+	cmake --build --preset $@
+
 test-asan: image asan
 	ctest --preset asan
 
+bench: packages
+	cmake --preset host --log-level=WARNING
+	cmake --build --preset host --target koru_bench
+	build/host/koru_bench
+
+fuzz: packages
+	scripts/fuzz
+
 lint: host
 	scripts/lint
+
+coverage: image
+	scripts/coverage
 
 clean:
 	rm -rf build

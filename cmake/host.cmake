@@ -43,3 +43,11 @@ target_link_libraries(koru PRIVATE koru_engine koru_client)
 target_compile_options(koru PRIVATE ${KORU_WARNINGS})
 
 include(cmake/tests.cmake)
+
+# Built on demand: `make bench`, `make fuzz`.
+add_executable(koru_bench EXCLUDE_FROM_ALL bench/captured_call.cpp tools/machine.cpp)
+target_link_libraries(koru_bench PRIVATE koru_engine koru_client)
+target_compile_options(koru_bench PRIVATE ${KORU_WARNINGS})
+if(EXISTS ${CMAKE_SOURCE_DIR}/cmake/fuzz.cmake)
+  include(cmake/fuzz.cmake)
+endif()
