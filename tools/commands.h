@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "client/zoomers.h"
 #include "tools/session.h"
 
 namespace tools {
@@ -33,5 +34,17 @@ struct RecordsOptions {
 // Prints a summary table, or a line of JSON per record. Damage is reported with its offset; the rest is
 // read where the framing allows. Throws at the end when there was damage.
 void ShowRecords(const RecordsOptions& options);
+
+struct MagnifyOptions {
+    std::string in; // PNG or BMP
+    std::string out; // PNG
+    std::string image;
+    ZoomerSettings zoomer; // its rectangles follow from the picture
+    ULONG depth = 32;
+    std::vector<koru::client::ColorPair> colorPairs; // instead of the driver's own; empty: those
+};
+
+// One picture through one zoomer.
+void Magnify(const MagnifyOptions& options);
 
 } // namespace tools

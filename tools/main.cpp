@@ -138,6 +138,62 @@ void AddRecords(CLI::App& app, RecordsArguments& arguments)
     });
 }
 
+struct MagnifyArguments {
+    tools::MagnifyOptions options;
+    std::string factor = "2";
+    ULONG smooth = 0;
+    std::string border, borderColour = "black", style = "normal";
+    ULONG borderSize = 1;
+    bool darkerWins = false;
+    std::vector<std::string> pairs;
+};
+
+koru::client::ColorPair ParsePair(const std::string& text)
+{
+    unsigned first = 0, second = 0;
+    char end = 0;
+    if (text.size() != 13 || std::sscanf(text.c_str(), "%6x,%6x%c", &first, &second, &end) != 2)
+        throw Usage("--pair", "must be RRGGBB,RRGGBB");
+    const auto colour = [](unsigned rgb) {
+        return koru::client::Rgb(static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8),
+                                 static_cast<std::uint8_t>(rgb));
+    };
+    return {colour(first), colour(second)};
+}
+
+void RunMagnify(MagnifyArguments& arguments)
+{
+    std::string zoomer = "original=0,0,1,1 zoomed=0,0,1,1 factor=" + arguments.factor
+        + " smooth=" + std::to_string(arguments.smooth) + " style=" + arguments.style
+        + " border_colour=" + arguments.borderColour + " border_size=" + std::to_string(arguments.borderSize)
+        + " darker_wins=" + (arguments.darkerWins ? "true" : "false");
+    if (!arguments.border.empty())
+        zoomer += " border=" + arguments.border;
+    arguments.options.zoomer = tools::ParseZoomer(zoomer);
+    for (const std::string& pair : arguments.pairs)
+        arguments.options.colorPairs.push_back(ParsePair(pair));
+    tools::Magnify(arguments.options);
+}
+
+void AddMagnify(CLI::App& app, MagnifyArguments& arguments)
+{
+    CLI::App* magnify = app.add_subcommand("magnify", "one picture through one zoomer");
+    magnify->add_option("in", arguments.options.in, "a PNG or BMP picture")->required();
+    magnify->add_option("out", arguments.options.out, "the magnified PNG")->required();
+    magnify->add_option("--factor", arguments.factor, "1 to 255, or X,Y")->default_val("2");
+    magnify->add_option("--smooth", arguments.smooth, "smoothing level, 0 to 3")->default_val(0);
+    magnify->add_option("--style", arguments.style, "normal or inverted")->default_val("normal");
+    magnify->add_option("--border", arguments.border, "all");
+    magnify->add_option("--border-colour", arguments.borderColour, "black or white")->default_val("black");
+    magnify->add_option("--border-size", arguments.borderSize, "pixels")->default_val(1);
+    magnify->add_flag("--darker-wins", arguments.darkerWins, "smoothing lets light colours grow, not dark ones");
+    magnify->add_option("--pair", arguments.pairs, "RRGGBB,RRGGBB: where they meet, the first grows")
+        ->allow_extra_args(false);
+    magnify->add_option("--depth", arguments.options.depth, "bits per pixel: 1 4 8 15 16 24 32")->default_val(32);
+    magnify->add_option("--image", arguments.options.image, "through this koru.dll instead of the linked driver");
+    magnify->callback([&arguments] { RunMagnify(arguments); });
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -148,6 +204,8 @@ int main(int argc, char** argv)
     RecordsArguments records;
     AddPlay(app, play);
     AddRecords(app, records);
+    MagnifyArguments magnify;
+    AddMagnify(app, magnify);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help) {
