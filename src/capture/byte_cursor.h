@@ -38,13 +38,13 @@ private:
 };
 
 // The layout at a place with `room` bytes. Null without a place, and when it does not fit.
-template <class Layout> Layout* BeginLayoutSilently(BYTE* at, ULONG room)
+template<class Layout> Layout* BeginLayoutSilently(BYTE* at, ULONG room)
 {
     return at && room >= sizeof(Layout) ? reinterpret_cast<Layout*>(at) : nullptr;
 }
 
 // The same. When it does not fit, prints the message and the room.
-template <class Layout> Layout* BeginLayout(BYTE* at, ULONG room, const char* tooSmall)
+template<class Layout> Layout* BeginLayout(BYTE* at, ULONG room, const char* tooSmall)
 {
     auto* const layout = BeginLayoutSilently<Layout>(at, room);
     if (at && !layout)
@@ -53,7 +53,7 @@ template <class Layout> Layout* BeginLayout(BYTE* at, ULONG room, const char* to
 }
 
 // The same with a format that takes the room.
-template <class Layout> Layout* BeginLayoutFormatted(BYTE* at, ULONG room, const char* tooSmall)
+template<class Layout> Layout* BeginLayoutFormatted(BYTE* at, ULONG room, const char* tooSmall)
 {
     auto* const layout = BeginLayoutSilently<Layout>(at, room);
     if (at && !layout)

@@ -21,7 +21,6 @@ namespace {
         ULONG count = 0;
         CLIPOBJ_cEnumStart(pco, TRUE, CT_RECTANGLES, CD_ANY, 0);
         for (BOOL more = TRUE; more;) {
-            batch->c = 0;
             more = CLIPOBJ_bEnum(pco, CaptureBufferSize, &batch->c);
             if (batch->c >= RectangleLimit - count)
                 break;

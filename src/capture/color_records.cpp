@@ -59,8 +59,7 @@ ULONG ExpandDrvSetPalette(DHPDEV, PALOBJ* ppalo, FLONG fl, ULONG iStart, ULONG c
     cursor.AppendLast(record->entries, ppalo, [&](PALOBJ* palette, BYTE* at, ULONG left) -> ULONG {
         if (cColors > left / sizeof(ULONG))
             return 0;
-        const ULONG fetched = PALOBJ_cGetColors(palette, iStart, cColors, reinterpret_cast<ULONG*>(at));
-        return sizeof(ULONG) * (fetched < cColors ? fetched : cColors);
+        return sizeof(ULONG) * PALOBJ_cGetColors(palette, iStart, cColors, reinterpret_cast<ULONG*>(at));
     });
     return cursor.Finish(CALL_SETPALETTE);
 }

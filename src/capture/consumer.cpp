@@ -11,7 +11,7 @@ namespace {
     constinit ConsumerFunctions consumer = {};
     static_assert(sizeof(consumer) == 20);
 
-    template <class Function> ULONG AddressOf(Function* function)
+    template<class Function> ULONG AddressOf(Function* function)
     {
         return reinterpret_cast<ULONG>(function);
     }

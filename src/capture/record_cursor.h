@@ -11,7 +11,7 @@ namespace koru {
 // at the room there is.
 class RecordCursor {
 public:
-    template <class Record>
+    template<class Record>
     RecordCursor(Record& record, ULONG room)
         : bytes_(reinterpret_cast<BYTE*>(&record), room > sizeof(Record) ? room : sizeof(Record))
         , told_(bytes_.Left())
@@ -21,19 +21,19 @@ public:
     }
 
     // A null object, and one that its encoder left out, keep their slot as it is and cost nothing.
-    template <class Object, class Encoder> void Append(ULONG& slot, Object* object, const Encoder& encode)
+    template<class Object, class Encoder> void Append(ULONG& slot, Object* object, const Encoder& encode)
     {
         Charge(Place(slot, object, encode));
     }
 
     // Nothing follows it, so its size is not taken off.
-    template <class Object, class Encoder> void AppendLast(ULONG& slot, Object* object, const Encoder& encode)
+    template<class Object, class Encoder> void AppendLast(ULONG& slot, Object* object, const Encoder& encode)
     {
         Place(slot, object, encode);
     }
 
     // The next encoder is told the room from before this object.
-    template <class Object, class Encoder> void AppendWithoutCharge(ULONG& slot, Object* object, const Encoder& encode)
+    template<class Object, class Encoder> void AppendWithoutCharge(ULONG& slot, Object* object, const Encoder& encode)
     {
         Place(slot, object, encode);
     }
@@ -73,7 +73,7 @@ public:
     ULONG Finish(ULONG callType) const;
 
 private:
-    template <class Object, class Encoder> ULONG Place(ULONG& slot, Object* object, const Encoder& encode)
+    template<class Object, class Encoder> ULONG Place(ULONG& slot, Object* object, const Encoder& encode)
     {
         if (!object)
             return 0;

@@ -9,7 +9,7 @@ namespace koru {
 constexpr POINTL NoPoint = {-1, -1};
 constexpr RECTL NoRectangle = {-1, -1, -1, -1};
 
-template <class Value> Value Given(const Value* value, const Value& otherwise = {})
+template<class Value> Value Given(const Value* value, const Value& otherwise = {})
 {
     return value ? *value : otherwise;
 }
@@ -30,7 +30,7 @@ private:
     // Unsigned: callers' coordinates may be anything.
     static LONG Sum(ULONG origin, ULONG end, ULONG start) { return static_cast<LONG>(origin + end - start); }
 
-    RECTL part_;
+    RECTL part_ = {};
     bool isKnown_;
 };
 

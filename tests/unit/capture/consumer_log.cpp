@@ -44,7 +44,7 @@ namespace {
         return 0;
     }
 
-    template <class Function> ULONG AddressOf(Function* function)
+    template<class Function> ULONG AddressOf(Function* function)
     {
         return reinterpret_cast<ULONG>(function);
     }

@@ -9,7 +9,7 @@ namespace capture_tests {
 namespace {
 
     // 0, 1, 2, ... so that every byte tells where it comes from.
-    template <class Structure> Structure Counting(BYTE first = 0)
+    template<class Structure> Structure Counting(BYTE first = 0)
     {
         Structure structure;
         auto* const bytes = reinterpret_cast<BYTE*>(&structure);

@@ -149,6 +149,13 @@ namespace {
         }
     }
 
+    TEST_F(DeviceRecord, SaveScreenBitsIsNotWrittenNowhere)
+    {
+        for (const ULONG room : {0u, 71u, 72u, 0x10000u})
+            EXPECT_EQ(ExpandDrvScreenBits(&samples.target, 1, 0x99, nullptr, 0x88, nullptr, room), 0u);
+        EXPECT_EQ(engine.DebugOutput(), "");
+    }
+
     class PaletteRecord : public CaptureTest {
     protected:
         Writer Encoder(ULONG first, ULONG count)

@@ -157,7 +157,7 @@ const RecordRow Rows[] = {
                                            &c.otherBrush, &c.point, 1, 2, at, room);
      }},
 };
-// DrvSaveScreenBits has a test of its room of its own, and its own tests.
+// DrvSaveScreenBits is not among them: it refuses rooms in a way of its own.
     // clang-format on
 
     std::string TooSmallMessage(const RecordRow& row, ULONG room)

@@ -112,6 +112,14 @@ namespace {
         }
     }
 
+    TEST_F(TextEncoder, BeginsTheEnumerationAtItsStart)
+    {
+        ThreeGlyphs text;
+        text.Enumerate(2);
+        text.next = 1;
+        ExpectBytes(TextHead(40, 124) + FirstGlyph + SecondGlyph + ThirdGlyph + Abc(), Encoder(text));
+    }
+
     TEST_F(TextEncoder, LeavesTheEnumerationAtItsStart)
     {
         ThreeGlyphs text;
