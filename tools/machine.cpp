@@ -81,8 +81,9 @@ engine::Surface& Machine::RealScreen()
 std::int32_t Machine::Escape(ULONG code, const void* in, std::size_t inSize, void* out, std::size_t outSize)
 {
     const auto escape = driver_->Function<PFN_DrvEscape>(INDEX_DrvEscape);
-    return static_cast<std::int32_t>(escape(device_->PrimarySurface(), code, static_cast<ULONG>(inSize),
-                                            const_cast<void*>(in), static_cast<ULONG>(outSize), out));
+    return static_cast<std::int32_t>(escape(selected_ ? selected_ : device_->PrimarySurface(), code,
+                                            static_cast<ULONG>(inSize), const_cast<void*>(in),
+                                            static_cast<ULONG>(outSize), out));
 }
 
 void Machine::InstallConsumer(RecordSink sink)

@@ -30,7 +30,9 @@ public:
     engine::Surface& VirtualScreen();
     engine::Surface& RealScreen();
 
-    // The client's way into the driver, on the screen's surface.
+    // The client's way into the driver: on the screen's surface, or on the bitmap that it has selected
+    // (null: the screen again).
+    void SelectForEscapes(SURFOBJ* bitmap) { selected_ = bitmap; }
     std::int32_t Escape(ULONG code, const void* in, std::size_t inSize, void* out, std::size_t outSize);
 
     // Called for every record while the machine runs.
@@ -44,6 +46,7 @@ private:
     std::unique_ptr<engine::Engine> engine_;
     std::unique_ptr<engine::DisplayDriver> driver_;
     std::unique_ptr<engine::Device> device_;
+    SURFOBJ* selected_ = nullptr;
 };
 
 } // namespace tools

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "engine/gdi/play.h"
+#include "tools/arrow.h"
 #include "tools/progress.h"
 
 namespace tools {
@@ -94,6 +95,40 @@ void Player::Do(const DarkZoneStep& step)
 {
     const auto dhpdev = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(machine_.Device().Dhpdev()));
     Require(control_.DarkZones().Add(dhpdev, WireRect(step.zone)).has_value(), "add a dark zone");
+}
+
+void Player::WithClientBitmap(const std::string& path, const RECTL& area, const std::function<bool()>& use)
+{
+    engine::Device& device = machine_.Device();
+    const HSURF handle = device.CreateCompatibleBitmap(machine_.VirtualScreen().sizlBitmap);
+    engine::Surface* const bitmap = engine::FindSurface(handle);
+    engine::gdi::PlayReport report;
+    std::string error;
+    const bool drawn = bitmap && engine::gdi::PlayFile(*bitmap, path, area, report, error);
+    machine_.SelectForEscapes(bitmap);
+    const bool done = drawn && use();
+    machine_.SelectForEscapes(nullptr);
+    if (bitmap)
+        device.DeleteBitmap(handle);
+    if (!error.empty())
+        throw std::runtime_error(error);
+    Require(done, "set the overlay");
+}
+
+void Player::Do(const OverlayStep& step)
+{
+    const Point origin = {step.area.left, step.area.top};
+    WithClientBitmap(step.image, step.area, [&] {
+        return control_.WiseSurface().SetImage(static_cast<std::uint8_t>(step.rop3), origin, WireRect(step.area));
+    });
+    if (step.mask)
+        WithClientBitmap(*step.mask, step.area,
+                         [&] { return control_.WiseSurface().SetMask(WireRect(step.area)); });
+}
+
+void Player::Do(const PointerStep& step)
+{
+    ShowArrow(machine_.Device(), step.x, step.y);
 }
 
 void Player::Do(const UpdateStep&)

@@ -3,6 +3,7 @@
 // Runs the steps of a session on a machine.
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -30,9 +31,15 @@ private:
     void Do(const ZoomerStep& step);
     void Do(const CaptureStep& step);
     void Do(const DarkZoneStep& step);
+    void Do(const OverlayStep& step);
+    void Do(const PointerStep& step);
     void Do(const UpdateStep&);
     void Do(const RepaintStep&);
     void Do(const FlushStep&);
+
+    // The client's own bitmap of the screen's size with the drawing in `area`; it is selected for the escapes
+    // that `use` sends.
+    void WithClientBitmap(const std::string& path, const RECTL& area, const std::function<bool()>& use);
 
     Machine& machine_;
     koru::client::Control control_;

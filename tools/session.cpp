@@ -148,6 +148,34 @@ namespace {
         return step;
     }
 
+    OverlayStep ReadOverlay(const Json& value, const std::string& place, const std::filesystem::path& folder)
+    {
+        OverlayStep step;
+        if (!value.is_object() || !value.contains("image") || !value.contains("area"))
+            Refuse(place, "must have image and area");
+        for (const auto& [key, content] : value.items()) {
+            const std::string inner = place + "." + key;
+            if (key == "image")
+                step.image = ReadPlay(content, inner, folder).path;
+            else if (key == "mask")
+                step.mask = ReadPlay(content, inner, folder).path;
+            else if (key == "area")
+                step.area = Rectangle(content, inner);
+            else if (key == "rop3")
+                step.rop3 = static_cast<ULONG>(Number(content, inner, 0, 255));
+            else
+                Refuse(place, "does not know \"" + key + "\"");
+        }
+        return step;
+    }
+
+    PointerStep ReadPointer(const Json& value, const std::string& place)
+    {
+        if (!value.is_array() || value.size() != 2)
+            Refuse(place, "must be [x, y]");
+        return {Number(value[0], place, 0, 16383), Number(value[1], place, 0, 16383)};
+    }
+
     Step ReadStep(const Json& value, const std::string& place, const std::filesystem::path& folder)
     {
         if (value == "update")
@@ -157,7 +185,7 @@ namespace {
         if (value == "flush")
             return FlushStep{};
         if (!value.is_object() || value.size() != 1)
-            Refuse(place, "must be update, repaint, flush or one of {play}, {zoomer}, {capture}, {dark_zone}");
+            Refuse(place, "must be update, repaint, flush or one of {play}, {zoomer}, {capture}, {dark_zone}, {overlay}, {pointer}");
         const std::string kind = value.begin().key();
         const Json& content = value.begin().value();
         const std::string inner = place + "." + kind;
@@ -169,6 +197,10 @@ namespace {
             return ReadCapture(content, inner);
         if (kind == "dark_zone")
             return DarkZoneStep{Rectangle(content, inner)};
+        if (kind == "overlay")
+            return ReadOverlay(content, inner, folder);
+        if (kind == "pointer")
+            return ReadPointer(content, inner);
         Refuse(place, "does not know \"" + kind + "\"");
     }
 

@@ -41,11 +41,21 @@ struct CaptureStep {
 struct DarkZoneStep {
     RECTL zone;
 };
+struct OverlayStep { // merged into everything that is shown from now on
+    std::string image; // a drawing, as large as fits into `area`
+    std::optional<std::string> mask; // where this is white, what is below stays; black shows the image
+    RECTL area = {};
+    ULONG rop3 = 0xCC; // how the image is merged
+};
+struct PointerStep { // an arrow that points there
+    LONG x = 0, y = 0;
+};
 struct UpdateStep { }; // the client's periodic update
 struct RepaintStep { }; // the whole screen unmagnified, then every zoomer anew
 struct FlushStep { }; // removes all zoomers
 
-using Step = std::variant<PlayStep, ZoomerStep, CaptureStep, DarkZoneStep, UpdateStep, RepaintStep, FlushStep>;
+using Step = std::variant<PlayStep, ZoomerStep, CaptureStep, DarkZoneStep, OverlayStep, PointerStep, UpdateStep,
+                          RepaintStep, FlushStep>;
 
 struct Session {
     ULONG width = 1024, height = 768;
