@@ -26,7 +26,7 @@ struct Range {
 };
 
 // The value at `offset`; zeros when it does not lie inside the bytes.
-template <class T> T Load(std::span<const std::byte> bytes, std::size_t offset)
+template<class T> T Load(std::span<const std::byte> bytes, std::size_t offset)
 {
     static_assert(std::is_trivially_copyable_v<T>);
     T value{};
@@ -36,7 +36,7 @@ template <class T> T Load(std::span<const std::byte> bytes, std::size_t offset)
 }
 
 // Elements standing one behind the other in a record, at any alignment.
-template <class T> class Array {
+template<class T> class Array {
 public:
     class Iterator {
     public:

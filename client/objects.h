@@ -15,7 +15,7 @@
 namespace koru::client {
 
 // An encoding and the bytes that it takes.
-template <class Encoding> struct Encoded {
+template<class Encoding> struct Encoded {
     Range range;
     Encoding fixed{};
 };

@@ -40,7 +40,7 @@ public:
     std::span<const std::byte> bytes() const { return bytes_.first(length()); }
 
     // The fixed part; none when the record is of another type.
-    template <class Fixed> std::optional<Fixed> As() const
+    template<class Fixed> std::optional<Fixed> As() const
     {
         return type() == Fixed::type ? std::optional(Load<Fixed>(bytes_, 0)) : std::nullopt;
     }
@@ -78,7 +78,7 @@ private:
     }
 
     // An object's fixed part and its range so far. Objects stand behind the record's fixed part.
-    template <class View> std::optional<View> FixedAt(std::uint32_t offset) const
+    template<class View> std::optional<View> FixedAt(std::uint32_t offset) const
     {
         View view;
         constexpr auto size = std::uint32_t(sizeof(view.fixed));

@@ -27,7 +27,7 @@ struct Size {
 };
 
 // Bytes that the driver leaves as they were: what an earlier record had there.
-template <unsigned Size> struct Unwritten {
+template<unsigned Size> struct Unwritten {
     std::uint8_t bytes[Size];
 };
 
@@ -59,7 +59,7 @@ enum class ObjectKind : std::uint8_t {
 };
 
 // The offset of an object from the record's start; 0 when the call had none or it did not fit.
-template <ObjectKind Kind> struct SlotTo {
+template<ObjectKind Kind> struct SlotTo {
     std::uint32_t offset;
     explicit operator bool() const { return offset != 0; }
 };

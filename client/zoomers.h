@@ -101,13 +101,13 @@ public:
 private:
     static ZoomInput Input(ZoomerId id) { return {static_cast<std::uint32_t>(id)}; }
     bool Set(ZoomCommand command, ZoomerId id, const Rect& area) const;
-    template <class Value> bool Set(ZoomCommand command, ZoomerId id, Value value) const
+    template<class Value> bool Set(ZoomCommand command, ZoomerId id, Value value) const
     {
         ZoomInput input = Input(id);
         input.v[0] = static_cast<std::uint32_t>(value);
         return link_.ZoomDone(command, input);
     }
-    template <class Value = std::uint32_t> std::optional<Value> Get(ZoomCommand command, ZoomerId id) const
+    template<class Value = std::uint32_t> std::optional<Value> Get(ZoomCommand command, ZoomerId id) const
     {
         const auto word = link_.ZoomWord(command, Input(id));
         return word ? std::optional(static_cast<Value>(*word)) : std::nullopt;

@@ -50,10 +50,10 @@ namespace {
 
     void SetColorPairs(Machine& machine, const std::vector<ColorPair>& pairs)
     {
-        const Control control([&machine](std::uint32_t escape, std::span<const std::byte> in,
-                                         std::span<std::byte> out) {
-            return machine.Escape(escape, in.data(), in.size(), out.data(), out.size());
-        });
+        const Control control(
+            [&machine](std::uint32_t escape, std::span<const std::byte> in, std::span<std::byte> out) {
+                return machine.Escape(escape, in.data(), in.size(), out.data(), out.size());
+            });
         if (pairs.empty())
             return;
         bool done = control.ColorPairs().Clear();

@@ -30,8 +30,8 @@ RECTL ParseRectangle(const std::string& option, const std::string& text)
 {
     RECTL r = {};
     char end = 0;
-    if (std::sscanf(text.c_str(), "%d,%d,%d,%d%c", &r.left, &r.top, &r.right, &r.bottom, &end) != 4
-        || r.left >= r.right || r.top >= r.bottom)
+    if (std::sscanf(text.c_str(), "%d,%d,%d,%d%c", &r.left, &r.top, &r.right, &r.bottom, &end) != 4 || r.left >= r.right
+        || r.top >= r.bottom)
         throw Usage(option, "must be LEFT,TOP,RIGHT,BOTTOM with left below right and top below bottom");
     return r;
 }
@@ -123,7 +123,8 @@ void AddRecords(CLI::App& app, RecordsArguments& arguments)
     records->add_flag("--summary", arguments.summary, "a table of calls (what is printed without --json)");
     records->add_flag("--no-addresses", arguments.options.noAddresses,
                       "leave out addresses, handles and time stamps of the JSON");
-    records->add_option("--call", arguments.options.calls, "only these calls, such as DrvBitBlt")->allow_extra_args(false);
+    records->add_option("--call", arguments.options.calls, "only these calls, such as DrvBitBlt")
+        ->allow_extra_args(false);
     records->add_option("--surface", arguments.surface, "only calls on this surface handle");
     records->add_option("--process", arguments.process, "only calls of this process identifier");
     records->add_option("--rectangle", arguments.rectangle, "only calls that meet LEFT,TOP,RIGHT,BOTTOM");

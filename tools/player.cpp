@@ -122,8 +122,7 @@ void Player::Do(const OverlayStep& step)
         return control_.WiseSurface().SetImage(static_cast<std::uint8_t>(step.rop3), origin, WireRect(step.area));
     });
     if (step.mask)
-        WithClientBitmap(*step.mask, step.area,
-                         [&] { return control_.WiseSurface().SetMask(WireRect(step.area)); });
+        WithClientBitmap(*step.mask, step.area, [&] { return control_.WiseSurface().SetMask(WireRect(step.area)); });
 }
 
 void Player::Do(const PointerStep& step)

@@ -17,9 +17,8 @@ namespace {
 
     // What depends on where things lay in memory, and when.
     const std::set<std::string> addressFields = {
-        "bits",     "consumer", "dhpdev",   "dhsurf",   "driverHandle", "hbitmap",       "hdev",
-        "hsurf",    "patterns", "producer", "realized", "scan0",        "realizedAgain", "timeStamp",
-        "hsurfBacking",
+        "bits",     "consumer", "dhpdev",   "dhsurf", "driverHandle",  "hbitmap",   "hdev",         "hsurf",
+        "patterns", "producer", "realized", "scan0",  "realizedAgain", "timeStamp", "hsurfBacking",
     };
 
     void DropAddresses(nlohmann::ordered_json& value)

@@ -84,10 +84,22 @@ namespace {
         {"smooth", [](auto& v, auto& p, auto& z) { z.smooth = static_cast<ULONG>(Number(v, p, 0, 3)); }},
         {"border", [](auto& v, auto& p, auto& z) { z.border |= Sides(v, p); }},
         {"border_size", [](auto& v, auto& p, auto& z) { z.borderSize = static_cast<ULONG>(Number(v, p, 0, 1000)); }},
-        {"border_colour", [](auto& v, auto& p, auto& z) { z.border |= 16 * OneOf(v, p, {"black", "white"}); }},
-        {"style", [](auto& v, auto& p, auto& z) { z.style = OneOf(v, p, {"normal", "inverted"}); }},
-        {"behaviour", [](auto& v, auto& p, auto& z) { z.behaviour = OneOf(v, p, {"immediate", "full", "deferred"}); }},
-        {"mode", [](auto& v, auto& p, auto& z) { z.mode = OneOf(v, p, {"ordinary", "exclusive", "moving"}); }},
+        {"border_colour",
+         [](auto& v, auto& p, auto& z) {
+             z.border |= 16 * OneOf(v, p, {"black", "white"});
+         }},
+        {"style",
+         [](auto& v, auto& p, auto& z) {
+             z.style = OneOf(v, p, {"normal", "inverted"});
+         }},
+        {"behaviour",
+         [](auto& v, auto& p, auto& z) {
+             z.behaviour = OneOf(v, p, {"immediate", "full", "deferred"});
+         }},
+        {"mode",
+         [](auto& v, auto& p, auto& z) {
+             z.mode = OneOf(v, p, {"ordinary", "exclusive", "moving"});
+         }},
         {"darker_wins", [](auto& v, auto& p, auto& z) { z.darkerWins = Boolean(v, p); }},
         {"z_order", [](auto& v, auto& p, auto& z) { z.zOrder = Number(v, p, INT32_MIN, INT32_MAX); }},
     };
@@ -185,7 +197,9 @@ namespace {
         if (value == "flush")
             return FlushStep{};
         if (!value.is_object() || value.size() != 1)
-            Refuse(place, "must be update, repaint, flush or one of {play}, {zoomer}, {capture}, {dark_zone}, {overlay}, {pointer}");
+            Refuse(place,
+                   "must be update, repaint, flush or one of {play}, {zoomer}, {capture}, {dark_zone}, {overlay}, "
+                   "{pointer}");
         const std::string kind = value.begin().key();
         const Json& content = value.begin().value();
         const std::string inner = place + "." + kind;
@@ -223,7 +237,7 @@ namespace {
     bool IsOnScreen(const RECTL& r, const Session& session)
     {
         return r.left >= 0 && r.top >= 0 && r.right <= static_cast<LONG>(session.width)
-               && r.bottom <= static_cast<LONG>(session.height);
+            && r.bottom <= static_cast<LONG>(session.height);
     }
 
 } // namespace

@@ -15,9 +15,8 @@ namespace engine {
 namespace {
 
     // Byte by byte and unchecked: between the globals lie the guard zones of an instrumented build.
-    __attribute__((no_sanitize("address", "undefined"), noinline)) void CopyUnchecked(volatile char* target,
-                                                                                       const volatile char* source,
-                                                                                       std::size_t size)
+    __attribute__((no_sanitize("address", "undefined"), noinline)) void
+    CopyUnchecked(volatile char* target, const volatile char* source, std::size_t size)
     {
         for (std::size_t i = 0; i < size; ++i)
             target[i] = source[i];

@@ -1,4 +1,5 @@
-// Plain loops: the compiler is told not to turn them back into calls of themselves.
+// Copying and filling are string instructions: of a plain loop the compiler would make a call of the very
+// function that holds it.
 
 #include "platform/runtime.h"
 

@@ -115,8 +115,8 @@ ULONG Session::Escape(ULONG code, const std::vector<ULONG>& in, std::vector<ULON
 {
     std::vector<ULONG> input = in;
     const auto escape = Hook<PFN_DrvEscape>(INDEX_DrvEscape);
-    return escape(Screen(), code, static_cast<ULONG>(input.size() * 4), input.data(), static_cast<ULONG>(out.size() * 4),
-                  out.data());
+    return escape(Screen(), code, static_cast<ULONG>(input.size() * 4), input.data(),
+                  static_cast<ULONG>(out.size() * 4), out.data());
 }
 
 ULONG Session::Escape(ULONG code, const std::vector<ULONG>& in)
@@ -133,8 +133,9 @@ ULONG Session::Command(ULONG subCommand, ULONG word1, ULONG word2)
 
 ULONG Session::AddDarkZone(const RECTL& zone)
 {
-    return Escape(KoruEscape, {3, static_cast<ULONG>(zone.left), static_cast<ULONG>(zone.top),
-                               static_cast<ULONG>(zone.right), static_cast<ULONG>(zone.bottom), DhpdevNumber()});
+    return Escape(KoruEscape,
+                  {3, static_cast<ULONG>(zone.left), static_cast<ULONG>(zone.top), static_cast<ULONG>(zone.right),
+                   static_cast<ULONG>(zone.bottom), DhpdevNumber()});
 }
 
 ULONG Session::Zoom(ULONG code, ULONG id, const RECTL& values, ULONG a, ULONG b, ULONG c)

@@ -2,9 +2,9 @@
 
 #include <cstddef>
 
+#include <winddi.h>
 #include <windef.h>
 #include <wingdi.h>
-#include <winddi.h>
 
 #define LAYOUT_SIZE(type, size) static_assert(sizeof(type) == (size), #type);
 #define LAYOUT_FIELD(type, field, offset) static_assert(offsetof(type, field) == (offset), #type "." #field);
