@@ -4,9 +4,9 @@
 #include "driver/locked_surface.h"
 #include "driver/pool.h"
 #include "driver/screen_list.h"
-#include "driver/stride.h"
 #include "magnifier/blits.h"
 #include "magnifier/rectangle.h"
+#include "magnifier/stride.h"
 #include "platform/runtime.h"
 
 namespace koru {
@@ -67,11 +67,6 @@ namespace {
         return visible;
     }
 
-    LONG Sum(LONG a, ULONG b)
-    {
-        return static_cast<LONG>(static_cast<ULONG>(a) + b);
-    }
-
 } // namespace
 
 bool CCursor::IsVisible() const
@@ -121,10 +116,8 @@ void CCursor::PlaceAt(LONG x, LONG y, LONG screenHeight)
     if (x < 0)
         return;
     y_ = y < 0 ? y + screenHeight : y;
-    rect_.left = Sum(x_, 0u - static_cast<ULONG>(xHot_));
-    rect_.top = Sum(y_, 0u - static_cast<ULONG>(yHot_));
-    rect_.right = Sum(rect_.left, width_);
-    rect_.bottom = Sum(rect_.top, height_);
+    const LONGLONG left = LONGLONG{x_} - xHot_, top = LONGLONG{y_} - yHot_;
+    rect_ = {Held(left), Held(top), Held(left + width_), Held(top + height_)};
 }
 
 void CCursor::MeasureShape(const SURFOBJ* psoMask, const SURFOBJ* psoColor)
@@ -183,8 +176,8 @@ void CCursor::MakeWorkBitmaps(ULONG format)
         DebugPrint("Failed to create Cursor !!!! \n");
 }
 
-ULONG CCursor::SetShape(SURFOBJ* pso, SURFOBJ* psoMask, SURFOBJ* psoColor, XLATEOBJ* pxlo, LONG xHot, LONG yHot,
-                        LONG x, LONG y, RECTL*, FLONG)
+ULONG CCursor::SetShape(SURFOBJ* pso, SURFOBJ* psoMask, SURFOBJ* psoColor, XLATEOBJ* pxlo, LONG xHot, LONG yHot, LONG x,
+                        LONG y, RECTL*, FLONG)
 {
     xHot_ = xHot;
     yHot_ = yHot;

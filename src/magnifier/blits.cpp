@@ -30,8 +30,8 @@ namespace {
 
 bool CutBlit(const SIZEL& targetSize, const SIZEL& sourceSize, RECTL& target, POINTL& source)
 {
-    return CutSpan(targetSize.cx, sourceSize.cx, target.left, target.right, source.x) &&
-           CutSpan(targetSize.cy, sourceSize.cy, target.top, target.bottom, source.y);
+    return CutSpan(targetSize.cx, sourceSize.cx, target.left, target.right, source.x)
+        && CutSpan(targetSize.cy, sourceSize.cy, target.top, target.bottom, source.y);
 }
 
 BOOL CopyBitsCut(SURFOBJ* psoTrg, SURFOBJ* psoSrc, const RECTL& target, const POINTL& source)

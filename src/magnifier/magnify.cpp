@@ -20,8 +20,8 @@ namespace {
     {
         const RECTL& original = zoomer.originalRect;
         const RECTL& dest = zoomer.destRect;
-        return IsSoundSpan(original.left, original.right, dest.left, dest.right, zoomer.xFactor) &&
-               IsSoundSpan(original.top, original.bottom, dest.top, dest.bottom, zoomer.yFactor);
+        return IsSoundSpan(original.left, original.right, dest.left, dest.right, zoomer.xFactor)
+            && IsSoundSpan(original.top, original.bottom, dest.top, dest.bottom, zoomer.yFactor);
     }
 
     // Where the block of a source column or row begins; in range for a sound destRect.
@@ -49,7 +49,8 @@ namespace {
         LONG TargetEnd() const { return TargetOf(sourceEnd); }
     };
 
-    bool CutAxis(Axis& axis, LONG dest, LONG original, BYTE factor, LONG from, LONG to, LONG sourceSize, LONG targetSize)
+    bool CutAxis(Axis& axis, LONG dest, LONG original, BYTE factor, LONG from, LONG to, LONG sourceSize,
+                 LONG targetSize)
     {
         axis.source = from > 0 ? from : 0;
         axis.sourceEnd = to < sourceSize ? to : sourceSize;
@@ -86,8 +87,8 @@ namespace {
         const RECTL& original = zoomer.originalRect;
         const RECTL& dest = zoomer.destRect;
         return CutAxis(blocks.x, dest.left, original.left, zoomer.xFactor, inside.left, inside.right,
-                       screen.sizlBitmap.cx, bmp.sizlBitmap.cx) &&
-               CutAxis(blocks.y, dest.top, original.top, zoomer.yFactor, inside.top, inside.bottom,
+                       screen.sizlBitmap.cx, bmp.sizlBitmap.cx)
+            && CutAxis(blocks.y, dest.top, original.top, zoomer.yFactor, inside.top, inside.bottom,
                        screen.sizlBitmap.cy, bmp.sizlBitmap.cy);
     }
 
@@ -121,8 +122,8 @@ namespace {
     {
         RECTL target = {x.target, y.target, x.targetEnd, y.targetEnd};
         RECTL source = {x.source, y.source, x.sourceEnd, y.sourceEnd};
-        const bool isSameSize = target.right - target.left == source.right - source.left &&
-                                target.bottom - target.top == source.bottom - source.top;
+        const bool isSameSize = target.right - target.left == source.right - source.left
+            && target.bottom - target.top == source.bottom - source.top;
         if (isSameSize)
             CopyBitsCut(psoBmp, psoVirtual, target, CornerOf(source));
         else

@@ -2,9 +2,9 @@
 
 #include "driver/driver_values.h"
 #include "escape/color_pair_list.h"
-#include "platform/runtime.h"
 
-// How a pixel lies in a row, per format. Access only: a row is addressed by its first byte.
+// How a pixel lies in a row, per format. Access only: a row is addressed by its first byte. Rows may
+// begin at odd addresses; the compiler's own memcpy makes one instruction of a pixel, not a call.
 namespace koru {
 
 struct Pixel1 {
@@ -38,10 +38,10 @@ struct Pixel16 {
     static Value Read(const BYTE* row, LONG x)
     {
         Value value;
-        memcpy(&value, row + x * 2, sizeof(value));
+        __builtin_memcpy(&value, row + x * 2, sizeof(value));
         return value;
     }
-    static void Write(BYTE* row, LONG x, Value value) { memcpy(row + x * 2, &value, sizeof(value)); }
+    static void Write(BYTE* row, LONG x, Value value) { __builtin_memcpy(row + x * 2, &value, sizeof(value)); }
 };
 
 struct Pixel24 {
@@ -65,10 +65,10 @@ struct Pixel32 {
     static Value Read(const BYTE* row, LONG x)
     {
         Value value;
-        memcpy(&value, row + x * 4, sizeof(value));
+        __builtin_memcpy(&value, row + x * 4, sizeof(value));
         return value;
     }
-    static void Write(BYTE* row, LONG x, Value value) { memcpy(row + x * 4, &value, sizeof(value)); }
+    static void Write(BYTE* row, LONG x, Value value) { __builtin_memcpy(row + x * 4, &value, sizeof(value)); }
 };
 
 constexpr BYTE Expand5(ULONG component)

@@ -23,7 +23,13 @@ namespace {
         [](BYTE* row, LONG x, ULONG value) { Pixel::Write(row, x, static_cast<typename Pixel::Value>(value)); },
     };
     constexpr PixelAccess AccessOfFormat[] = {
-        {}, AccessOf<Pixel1>, AccessOf<Pixel4>, AccessOf<Pixel8>, AccessOf<Pixel16>, AccessOf<Pixel24>, AccessOf<Pixel32>,
+        {},
+        AccessOf<Pixel1>,
+        AccessOf<Pixel4>,
+        AccessOf<Pixel8>,
+        AccessOf<Pixel16>,
+        AccessOf<Pixel24>,
+        AccessOf<Pixel32>,
     };
 
     BYTE* RowOf(const SURFOBJ& surface, LONG y)
@@ -37,13 +43,11 @@ namespace {
     }
 
     // Runs blend(shape pixel, background, x, y) over the part of the area that both surfaces have.
-    template<class Blend>
-    void BlendArea(SURFOBJ* psoCursor, const SURFOBJ& color, const RECTL& area, Blend blend)
+    template<class Blend> void BlendArea(SURFOBJ* psoCursor, const SURFOBJ& color, const RECTL& area, Blend blend)
     {
         RECTL part;
-        if (!IsReadable(*psoCursor) || !IsReadable(color) ||
-            !IntersectRect(part, area, BoundsOf(psoCursor->sizlBitmap)) ||
-            !IntersectRect(part, part, BoundsOf(color.sizlBitmap)))
+        if (!IsReadable(*psoCursor) || !IsReadable(color) || !IntersectRect(part, area, BoundsOf(psoCursor->sizlBitmap))
+            || !IntersectRect(part, part, BoundsOf(color.sizlBitmap)))
             return;
         const PixelAccess& target = AccessOfFormat[psoCursor->iBitmapFormat];
         const PixelAccess& source = AccessOfFormat[color.iBitmapFormat];

@@ -71,13 +71,6 @@ namespace {
         return 0;
     }
 
-    LONG Held(LONGLONG value)
-    {
-        if (value < INT32_MIN)
-            return INT32_MIN;
-        return value > INT32_MAX ? INT32_MAX : static_cast<LONG>(value);
-    }
-
     LONG Smaller(LONG a, LONG b)
     {
         return a < b ? a : b;

@@ -17,6 +17,14 @@ constexpr bool AreEqual(const RECTL& a, const RECTL& b)
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }
 
+// The 32-bit value nearest to this one.
+constexpr LONG Held(LONGLONG value)
+{
+    if (value < INT32_MIN)
+        return INT32_MIN;
+    return value > INT32_MAX ? INT32_MAX : static_cast<LONG>(value);
+}
+
 // The common part into `result` (NoRectangle when there is none); whether there is one. `result`
 // may be one of the operands.
 bool IntersectRect(RECTL& result, const RECTL& a, const RECTL& b);

@@ -90,8 +90,8 @@ namespace {
     void MoveContent(Zoomer& zoomer, SURFOBJ* psoBmp, SURFOBJ* psoVirtual, LONG dx, LONG dy)
     {
         RECTL view;
-        if (!IntersectRect(view, zoomer.destRect, zoomer.zoomedRect) ||
-            !IntersectRect(view, view, BoundsOf(psoBmp->sizlBitmap)))
+        if (!IntersectRect(view, zoomer.destRect, zoomer.zoomedRect)
+            || !IntersectRect(view, view, BoundsOf(psoBmp->sizlBitmap)))
             return;
         const LONGLONG x = LONGLONG{dx} * zoomer.xFactor, y = LONGLONG{dy} * zoomer.yFactor;
         const LONG width = view.right - view.left, height = view.bottom - view.top;

@@ -101,9 +101,9 @@ void SmoothMagnified(const SmoothRequest& request)
         return;
 
     RECTL original, rclSrc, rclPaint;
-    if (!IntersectRect(original, request.originalRect, BoundsOf(source.sizlBitmap)) ||
-        !IntersectRect(rclSrc, request.rclSrc, original) ||
-        !IntersectRect(rclPaint, request.rclTrg, BoundsOf(target.sizlBitmap)))
+    if (!IntersectRect(original, request.originalRect, BoundsOf(source.sizlBitmap))
+        || !IntersectRect(rclSrc, request.rclSrc, original)
+        || !IntersectRect(rclPaint, request.rclTrg, BoundsOf(target.sizlBitmap)))
         return;
     rclSrc = WithNeighbours(rclSrc, original, request.improveFactor);
     const POINTL origin = {BlockStart(request.rclTrg.left, request.rclSrc.left, rclSrc.left, request.xFactor),

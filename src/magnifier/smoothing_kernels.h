@@ -44,14 +44,14 @@ template<class Pixel, class Pixels> bool IsBoxCorner(const SmoothPass& pass, con
 {
     for (const Quadrant& quadrant : Quadrants) {
         const auto colour = pixels.At(quadrant.opposite);
-        if (pixels.At(quadrant.sameRow) != colour || pixels.At(quadrant.sameColumn) != colour ||
-            pixels.At(quadrant.block) == colour)
+        if (pixels.At(quadrant.sameRow) != colour || pixels.At(quadrant.sameColumn) != colour
+            || pixels.At(quadrant.block) == colour)
             continue;
         const LONG rowBeyond = y + quadrant.sameRow.y + quadrant.outward.y;
         const LONG columnBeyond = x + quadrant.sameColumn.x + quadrant.outward.x;
-        return HasPixelsBeyond(pass.original, quadrant, x, y) &&
-               Pixel::Read(pass.SourceRow(rowBeyond), x + quadrant.sameRow.x) == colour &&
-               Pixel::Read(pass.SourceRow(y + quadrant.sameColumn.y), columnBeyond) == colour;
+        return HasPixelsBeyond(pass.original, quadrant, x, y)
+            && Pixel::Read(pass.SourceRow(rowBeyond), x + quadrant.sameRow.x) == colour
+            && Pixel::Read(pass.SourceRow(y + quadrant.sameColumn.y), columnBeyond) == colour;
     }
     return false;
 }
@@ -86,7 +86,8 @@ template<class Pixels> EdgeRun RunOfEdge(const Pixels& pixels, const Quadrant& q
         return EdgeRun::Diagonal;
     const POINTL beside = {shift.x + quadrant.outward.x, shift.y};
     const POINTL beyond = {shift.x, shift.y + quadrant.outward.y};
-    const bool sideways = pixels.At(quadrant.sameColumn, beside) == colour && pixels.At(quadrant.block, beside) == block;
+    const bool sideways =
+        pixels.At(quadrant.sameColumn, beside) == colour && pixels.At(quadrant.block, beside) == block;
     const bool upAndDown = pixels.At(quadrant.sameRow, beyond) == colour && pixels.At(quadrant.block, beyond) == block;
     if (sideways == upAndDown)
         return EdgeRun::Diagonal;

@@ -116,8 +116,10 @@ BOOL ImproveImage(ZoomerList& list, ULONG id, SURFOBJ* psoReal, SURFOBJ* psoVirt
         return FALSE;
     if (!zoomer->IsOn())
         return TRUE;
-    SmoothWhole(*zoomer, psoBmp.Get(), psoVirtual);
-    PaintFrame(*zoomer, psoBmp.Get()); // the picture may be larger than the view
+    if (zoomer->improveFactor != 0) {
+        SmoothWhole(*zoomer, psoBmp.Get(), psoVirtual);
+        PaintFrame(*zoomer, psoBmp.Get()); // the picture may be larger than the view
+    }
     PutFramed(list, *zoomer, psoReal, psoVirtual, psoBmp.Get());
     return TRUE;
 }

@@ -11,8 +11,8 @@ namespace WiseSurface {
 
     // `psoClient` is the client's bitmap (already its locked backing where it has one), `hdev` the
     // device of the bitmap as the client gave it. 0 when the image could not be made.
-    BOOL SetImage(ULONG width, ULONG height, ULONG format, ULONG level, const POINTL& origin,
-                  const RECTL& sourceRect, SURFOBJ* psoClient, HDEV hdev);
+    BOOL SetImage(ULONG width, ULONG height, ULONG format, ULONG level, const POINTL& origin, const RECTL& sourceRect,
+                  SURFOBJ* psoClient, HDEV hdev);
     // 0 when mask and work bitmap could not be made or do not lock.
     BOOL SetMask(ULONG width, ULONG height, ULONG format, const RECTL& rectangle, SURFOBJ* psoClient);
     void DropMask();

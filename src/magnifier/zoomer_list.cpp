@@ -3,9 +3,9 @@
 #include "driver/debug_print.h"
 #include "driver/handles.h"
 #include "driver/pool.h"
-#include "driver/stride.h"
 #include "magnifier/bitmaps.h"
 #include "magnifier/palette.h"
+#include "magnifier/stride.h"
 
 namespace koru {
 
@@ -34,7 +34,7 @@ void ZoomerList::Initialise(ULONG screenWidth, ULONG screenHeight, ULONG screenF
     height = screenHeight;
     format = screenFormat;
     recompose = 0;
-    const LONG stride = StrideHoldingRow(lDelta, static_cast<LONG>(width), format);
+    const LONG stride = StrideHoldingRow(lDelta, static_cast<LONG>(width), PlainFormat(format));
     hBmpStretchDest = MakeBitmap(width, height, format, stride);
     if (!hBmpStretchDest)
         DebugPrint("Failed to create hBmpStretchDest \n");

@@ -62,7 +62,11 @@ TEST_P(ColourCursorIn, TranslatesIndicesByItsOwnCopyOfTheTable)
     for (LONG x = 0; x < 3; ++x)
         color->SetPixel(x, 0, x);
     ULONG table[] = {PixelOf('G', form), PixelOf('B', form)};
-    XLATEOBJ xlate = {.iUniq = 5, .flXlate = XO_TABLE, .iSrcType = PAL_INDEXED, .iDstType = PAL_RGB, .cEntries = 2,
+    XLATEOBJ xlate = {.iUniq = 5,
+                      .flXlate = XO_TABLE,
+                      .iSrcType = PAL_INDEXED,
+                      .iDstType = PAL_RGB,
+                      .cEntries = 2,
                       .pulXlate = table};
     SetShape(Mask({"000", "000"}), color, 2, 3, {0, 0}, &xlate);
     table[0] = table[1] = PixelOf('W', form);
@@ -176,7 +180,11 @@ TEST_F(PlainColourCursor, ShowsIndicesAsTheyAreWithoutATable)
     engine::Surface* const color = engine::MakeBitmap({1, 1}, engine::PixelLayout::Default(BMF_8BPP));
     color->SetPixel(0, 0, 0x21);
     ULONG table[0x22] = {};
-    XLATEOBJ xlate = {.iUniq = 5, .flXlate = XO_TABLE, .iSrcType = PAL_INDEXED, .iDstType = PAL_RGB, .cEntries = 0x22,
+    XLATEOBJ xlate = {.iUniq = 5,
+                      .flXlate = XO_TABLE,
+                      .iSrcType = PAL_INDEXED,
+                      .iDstType = PAL_RGB,
+                      .cEntries = 0x22,
                       .pulXlate = table};
     SetShape(Mask({"0", "0"}), color, 2, 3, {0, 0}, &xlate);
     EXPECT_EQ(PixelAt(2), 0x21u);
@@ -186,7 +194,11 @@ TEST_F(PlainColourCursor, GivesItsTranslationBack)
 {
     const engine::Resources before = engine.Outstanding();
     ULONG table[] = {1, 2};
-    XLATEOBJ xlate = {.iUniq = 5, .flXlate = XO_TABLE, .iSrcType = PAL_INDEXED, .iDstType = PAL_RGB, .cEntries = 2,
+    XLATEOBJ xlate = {.iUniq = 5,
+                      .flXlate = XO_TABLE,
+                      .iSrcType = PAL_INDEXED,
+                      .iDstType = PAL_RGB,
+                      .cEntries = 2,
                       .pulXlate = table};
     SetShape(Mask({"0", "0"}), nullptr, 2, 3, {0, 0}, &xlate);
     EXPECT_EQ(engine.Outstanding().poolBlocks, before.poolBlocks + 2);
@@ -196,11 +208,6 @@ TEST_F(PlainColourCursor, GivesItsTranslationBack)
     SetShape(Mask({"0", "0"}), nullptr, 2, 3);
     EXPECT_EQ(engine.Outstanding().poolBlocks, before.poolBlocks);
 }
-
-struct AlphaCase {
-    Form form;
-    ULONG half; // red under half transparent green
-};
 
 TEST_F(ColourCursor, MixesOnPackedPixels)
 {

@@ -70,16 +70,18 @@ protected:
 
     std::string Virtual() const { return pictures::PictureOf(*psoVirtual, form); }
 
-    const std::string background = pictures::Lines({"YYYYYYYYYYYYYYYY",
-                                                    "YRRRRRRRRRRRRRRY",
-                                                    "YRRRRRRRRRRRRRRY",
-                                                    "YRRRRRRRRRRRRRRY",
-                                                    "YRRRRRRRRRRRRRRY",
-                                                    "YRRRRRRRRRRRRRRY",
-                                                    "YRRRRRRRRRRRRRRY",
-                                                    "YRRRRRRRRRRRRRRY",
-                                                    "YRRRRRRRRRRRRRRY",
-                                                    "YYYYYYYYYYYYYYYY"});
+    const std::string background = pictures::Lines({
+        "YYYYYYYYYYYYYYYY",
+        "YRRRRRRRRRRRRRRY",
+        "YRRRRRRRRRRRRRRY",
+        "YRRRRRRRRRRRRRRY",
+        "YRRRRRRRRRRRRRRY",
+        "YRRRRRRRRRRRRRRY",
+        "YRRRRRRRRRRRRRRY",
+        "YRRRRRRRRRRRRRRY",
+        "YRRRRRRRRRRRRRRY",
+        "YYYYYYYYYYYYYYYY",
+    });
     const DHPDEV device = reinterpret_cast<DHPDEV>(0x1000);
     engine::Engine engine;
     pictures::Form form = pictures::Form::Bits32;

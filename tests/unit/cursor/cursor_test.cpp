@@ -99,8 +99,9 @@ TEST_P(AtTheEdge, ShowsOnlyTheVisiblePartAndLeavesNoTrace)
     // 4 x 4, all of it black, hot spot in the middle.
     SetShape(Mask({"0000", "0000", "0000", "0000", "0000", "0000", "0000", "0000"}), nullptr, 8, 5, {2, 2});
     const RECTL shown = GetParam().visible;
-    EXPECT_EQ(cursor.Move(pso, GetParam().at.x, GetParam().at.y, &prcl), (RECTL{
-        std::min(6, shown.left), std::min(3, shown.top), std::max(10, shown.right), std::max(7, shown.bottom)}));
+    EXPECT_EQ(
+        cursor.Move(pso, GetParam().at.x, GetParam().at.y, &prcl),
+        (RECTL{std::min(6, shown.left), std::min(3, shown.top), std::max(10, shown.right), std::max(7, shown.bottom)}));
     EXPECT_EQ(prcl, shown);
     EXPECT_EQ(Virtual(), WithRectangle(background, shown, '.'));
     cursor.Move(pso, -1, 0, nullptr);
@@ -346,16 +347,18 @@ TEST_F(TheCursor, SaysThatThereIsNoSurfaceAndFindsNoScreen)
     SetShape(Block(), nullptr, 3, 2);
     RECTL touched;
     EXPECT_EQ(cursor.ChangeShape(nullptr, Block(), nullptr, nullptr, 0, 0, 14, 2, &prcl, 0, touched), 2u);
-    EXPECT_EQ(engine.TakeDebugOutput(), "KORU:CCursor::RestoreFromUnderCursor - Screen NULL\n"
-                                        "KORU:Error Set Shape pso == NULL \n"
-                                        "KORU:CCursor::SaveIntoUnderCursor - Screen NULL\n"
-                                        "KORU:Error getting the hScreen\n");
+    EXPECT_EQ(engine.TakeDebugOutput(),
+              "KORU:CCursor::RestoreFromUnderCursor - Screen NULL\n"
+              "KORU:Error Set Shape pso == NULL \n"
+              "KORU:CCursor::SaveIntoUnderCursor - Screen NULL\n"
+              "KORU:Error getting the hScreen\n");
     EXPECT_EQ(touched, (RECTL{3, 2, 16, 4}));
     EXPECT_EQ(prcl, (RECTL{14, 2, 16, 4})) << "by the size stored before";
     EXPECT_EQ(cursor.Move(nullptr, 5, 5, &prcl), (RECTL{5, 2, 16, 7}));
-    EXPECT_EQ(engine.TakeDebugOutput(), "KORU:CCursor::RestoreFromUnderCursor - Screen NULL\n"
-                                        "KORU:CCursor::SaveIntoUnderCursor - Screen NULL\n"
-                                        "KORU:Error getting the hScreen\n");
+    EXPECT_EQ(engine.TakeDebugOutput(),
+              "KORU:CCursor::RestoreFromUnderCursor - Screen NULL\n"
+              "KORU:CCursor::SaveIntoUnderCursor - Screen NULL\n"
+              "KORU:Error getting the hScreen\n");
 }
 
 TEST_F(TheCursor, DrawsNothingOnAnUnknownDevice)
@@ -363,8 +366,9 @@ TEST_F(TheCursor, DrawsNothingOnAnUnknownDevice)
     pso->dhpdev = nullptr;
     SetShape(Block(), nullptr, 3, 2);
     EXPECT_EQ(Virtual(), background);
-    EXPECT_EQ(engine.TakeDebugOutput(), "KORU:CCursor::SaveIntoUnderCursor - Screen NULL\n"
-                                        "KORU:Error getting the hScreen\n");
+    EXPECT_EQ(engine.TakeDebugOutput(),
+              "KORU:CCursor::SaveIntoUnderCursor - Screen NULL\n"
+              "KORU:Error getting the hScreen\n");
     pso->dhpdev = device;
 }
 
@@ -373,8 +377,9 @@ TEST_F(TheCursor, TellsWhichSurfaceDoesNotLock)
     SetShape(Block(), nullptr, 3, 2);
     engine.RefuseLock(psoVirtual->hsurf);
     cursor.Move(pso, 6, 6, nullptr);
-    EXPECT_EQ(engine.TakeDebugOutput(), "KORU:Cannnot lock Virtual Screen bitmap\n"
-                                        "KORU:Cannnot lock Virtual Screen bitmap\n");
+    EXPECT_EQ(engine.TakeDebugOutput(),
+              "KORU:Cannnot lock Virtual Screen bitmap\n"
+              "KORU:Cannnot lock Virtual Screen bitmap\n");
     engine.StopFailing();
     EXPECT_EQ(Virtual(), WithBlock(3, 2)) << "its trace cannot be taken off any more";
 }
@@ -385,12 +390,14 @@ TEST_F(TheCursor, DoesNotDrawWhatItCouldNotTakeOff)
     engine.Fail(Request::CreateSurface, 2); // mask, background, image: no background
     SetShape(Block(), nullptr, 3, 2);
     EXPECT_EQ(Virtual(), background);
-    EXPECT_EQ(engine.TakeDebugOutput(), "KORU:Failed to create UnderCursor !!!! \n"
-                                        "KORU:Cannnot lock UnderCursor bitmap\n");
+    EXPECT_EQ(engine.TakeDebugOutput(),
+              "KORU:Failed to create UnderCursor !!!! \n"
+              "KORU:Cannnot lock UnderCursor bitmap\n");
     cursor.Move(pso, 6, 6, nullptr);
     EXPECT_EQ(Virtual(), background);
-    EXPECT_EQ(engine.TakeDebugOutput(), "KORU:CCursor::RestoreFromUnderCursor => Cannnot lock UnderCursor bitmap\n"
-                                        "KORU:Cannnot lock UnderCursor bitmap\n");
+    EXPECT_EQ(engine.TakeDebugOutput(),
+              "KORU:CCursor::RestoreFromUnderCursor => Cannnot lock UnderCursor bitmap\n"
+              "KORU:Cannnot lock UnderCursor bitmap\n");
     SetShape(Block(), nullptr, 3, 2);
     EXPECT_EQ(Virtual(), WithBlock(3, 2)) << "both bitmaps were made anew";
 }

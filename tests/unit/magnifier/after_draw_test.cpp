@@ -7,16 +7,18 @@ using namespace pictures;
 using Rectangles = std::vector<RECTL>;
 
 // The VirtualScreen of these tests: four pixels of colour in the corner, the rest white.
-const std::string screen = Lines({"RGWWWWWWWWWWWWWW",
-                                  "BYWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW"});
+const std::string screen = Lines({
+    "RGWWWWWWWWWWWWWW",
+    "BYWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+});
 const std::string black = Filled(16, 10, '.');
 
 class AfterDrawing : public MagnifierFixture {
@@ -89,16 +91,19 @@ protected:
 TEST_F(WithOneZoomer, MagnifiesAtOnceAndShowsTheFirstPieceBesideIt)
 {
     EXPECT_EQ(AfterDraw({0, 0, 2, 2}), 1);
-    EXPECT_EQ(Real(), Lines({"RG..............",
-                             "BY..............",
-                             "................",
-                             "................",
-                             "......RRGG......",
-                             "......RRGG......",
-                             "......BBYY......",
-                             "......BBYY......",
-                             "................",
-                             "................"}));
+    EXPECT_EQ(Real(),
+              Lines({
+                  "RG..............",
+                  "BY..............",
+                  "................",
+                  "................",
+                  "......RRGG......",
+                  "......RRGG......",
+                  "......BBYY......",
+                  "......BBYY......",
+                  "................",
+                  "................",
+              }));
     EXPECT_EQ(RectanglesCopied(), (Rectangles{{6, 4, 10, 8}, {0, 0, 2, 2}}));
 }
 
@@ -145,24 +150,30 @@ TEST_F(WithOneZoomer, PaintsItsFrameAndHidesWhatLiesUnderIt)
 {
     zoomer->SetBorder(BorderLeft | BorderTop | BorderRight | BorderBottom);
     EXPECT_EQ(AfterDraw({0, 0, 16, 10}), 1);
-    EXPECT_EQ(Real(), Lines({"RGWWWWWWWWWWWWWW",
-                             "BYWWWWWWWWWWWWWW",
-                             "WWWWWWWWWWWWWWWW",
-                             "................",
-                             "......RRGG......",
-                             "......RRGG......",
-                             "......BBYY......",
-                             "......BBYY......",
-                             "................",
-                             "................"}));
+    EXPECT_EQ(Real(),
+              Lines({
+                  "RGWWWWWWWWWWWWWW",
+                  "BYWWWWWWWWWWWWWW",
+                  "WWWWWWWWWWWWWWWW",
+                  "................",
+                  "......RRGG......",
+                  "......RRGG......",
+                  "......BBYY......",
+                  "......BBYY......",
+                  "................",
+                  "................",
+              }));
     zoomer->SetBorder(BorderLeft | BorderTop | BorderRight | BorderBottom | BorderWhite);
     AfterDraw({0, 0, 1, 1});
-    EXPECT_EQ(PictureOf(*psoReal, form, {5, 3, 11, 9}), Lines({"WWWWWW",
-                                                               "WRRGGW",
-                                                               "WRRGGW",
-                                                               "WBBYYW",
-                                                               "WBBYYW",
-                                                               "WWWWWW"}));
+    EXPECT_EQ(PictureOf(*psoReal, form, {5, 3, 11, 9}),
+              Lines({
+                  "WWWWWW",
+                  "WRRGGW",
+                  "WRRGGW",
+                  "WBBYYW",
+                  "WBBYYW",
+                  "WWWWWW",
+              }));
 }
 
 TEST_F(WithOneZoomer, PassesNothingOnWhenItIsExclusive)
@@ -252,8 +263,7 @@ TEST_F(WithTwoZoomers, CutInTheOrderOfTheStack)
 {
     AfterDraw({4, 2, 14, 10});
     // Round the lower one: above, left, below, right; of these the upper one cuts the first.
-    EXPECT_EQ(RectanglesCopied(),
-              (Rectangles{{4, 2, 12, 4}, {4, 4, 6, 8}, {4, 8, 14, 10}, {10, 4, 14, 8}}));
+    EXPECT_EQ(RectanglesCopied(), (Rectangles{{4, 2, 12, 4}, {4, 4, 6, 8}, {4, 8, 14, 10}, {10, 4, 14, 8}}));
 }
 
 TEST_F(WithTwoZoomers, PassNothingOnBehindAnExclusiveOne)

@@ -76,10 +76,7 @@ protected:
     {
         return pictures::PictureOf(pictures::SurfaceBehind(zoomer->hBmp), form, rectangle);
     }
-    void PaintVirtual(LONG x, LONG y, const std::string& picture)
-    {
-        pictures::Paint(*psoVirtual, x, y, picture, form);
-    }
+    void PaintVirtual(LONG x, LONG y, const std::string& picture) { pictures::Paint(*psoVirtual, x, y, picture, form); }
     void PaintBitmapOf(const koru::Zoomer* zoomer, LONG x, LONG y, const std::string& picture)
     {
         pictures::Paint(pictures::SurfaceBehind(zoomer->hBmp), x, y, picture, form);

@@ -9,11 +9,13 @@ namespace {
 using namespace koru;
 using namespace pictures;
 
-const std::string screen = Lines({"RGBYWNKS",
-                                  "GBYWNKSR",
-                                  "BYWNKSRG",
-                                  "YWNKSRGB",
-                                  "WNKSRGBY"});
+const std::string screen = Lines({
+    "RGBYWNKS",
+    "GBYWNKSR",
+    "BYWNKSRG",
+    "YWNKSRGB",
+    "WNKSRGBY",
+});
 
 class Magnifying : public MagnifierFixture {
 protected:
@@ -39,10 +41,14 @@ const std::string untouched = Filled(56, 53, 'T');
 TEST_F(Magnifying, RepeatsEachPixelByTheFactors)
 {
     Zoomer* const zoomer = Add({1, 1, 4, 3}, 5, 6, 3, 2);
-    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect), WithPicture(untouched, 5, 6, Lines({"BBBYYYWWW",
-                                                                                             "BBBYYYWWW",
-                                                                                             "YYYWWWNNN",
-                                                                                             "YYYWWWNNN"})));
+    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect),
+              WithPicture(untouched, 5, 6,
+                          Lines({
+                              "BBBYYYWWW",
+                              "BBBYYYWWW",
+                              "YYYWWWNNN",
+                              "YYYWWWNNN",
+                          })));
 }
 
 TEST_F(Magnifying, CopiesAtFactorsOfOne)
@@ -54,8 +60,7 @@ TEST_F(Magnifying, CopiesAtFactorsOfOne)
 TEST_F(Magnifying, StretchesAlongOneAxisAlone)
 {
     Zoomer* const zoomer = Add({1, 1, 3, 3}, 5, 6, 1, 2);
-    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect),
-              WithPicture(untouched, 5, 6, Lines({"BY", "BY", "YW", "YW"})));
+    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect), WithPicture(untouched, 5, 6, Lines({"BY", "BY", "YW", "YW"})));
 }
 
 TEST_F(Magnifying, PutsAPartWhereItLiesInTheWhole)
@@ -77,29 +82,41 @@ TEST_F(Magnifying, TakesOnlyPixelsOfTheScreen)
 TEST_F(Magnifying, FillsBlocksThatCrossTheEdgesOfTheBitmap)
 {
     Zoomer* const zoomer = Add({0, 0, 3, 3}, -1, -2, 3, 3);
-    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect), WithPicture(untouched, 0, 0, Lines({"RRGGGBBB",
-                                                                                             "GGBBBYYY",
-                                                                                             "GGBBBYYY",
-                                                                                             "GGBBBYYY",
-                                                                                             "BBYYYWWW",
-                                                                                             "BBYYYWWW",
-                                                                                             "BBYYYWWW"})));
+    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect),
+              WithPicture(untouched, 0, 0,
+                          Lines({
+                              "RRGGGBBB",
+                              "GGBBBYYY",
+                              "GGBBBYYY",
+                              "GGBBBYYY",
+                              "BBYYYWWW",
+                              "BBYYYWWW",
+                              "BBYYYWWW",
+                          })));
     zoomer->SetZoomedRect({52, 49, 60, 60});
-    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect), WithPicture(untouched, 52, 49, Lines({"RRRG",
-                                                                                              "RRRG",
-                                                                                              "RRRG",
-                                                                                              "GGGB"})));
+    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect),
+              WithPicture(untouched, 52, 49,
+                          Lines({
+                              "RRRG",
+                              "RRRG",
+                              "RRRG",
+                              "GGGB",
+                          })));
 }
 
 TEST_F(Magnifying, DropsBlocksOutsideOfTheBitmap)
 {
     Zoomer* const zoomer = Add({0, 0, 3, 3}, -6, -3, 3, 3);
-    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect), WithPicture(untouched, 0, 0, Lines({"YYY",
-                                                                                             "YYY",
-                                                                                             "YYY",
-                                                                                             "WWW",
-                                                                                             "WWW",
-                                                                                             "WWW"})));
+    EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect),
+              WithPicture(untouched, 0, 0,
+                          Lines({
+                              "YYY",
+                              "YYY",
+                              "YYY",
+                              "WWW",
+                              "WWW",
+                              "WWW",
+                          })));
     zoomer->SetZoomedRect({-9, 0, 0, 9});
     EXPECT_EQ(MagnifiedIn(zoomer, zoomer->originalRect), untouched);
     zoomer->SetZoomedRect({56, 0, 60, 9});
@@ -133,8 +150,8 @@ TEST_F(Magnifying, DoesNothingWithoutAFactor)
 TEST_F(Magnifying, DoesNothingWithImpossibleRectangles)
 {
     Zoomer* const zoomer = Add({0, 0, 3, 3}, 5, 6, 3, 3);
-    for (const RECTL& original : {RECTL{3, 3, 0, 0}, {2, 2, 2, 2}, {INT_MIN, 0, INT_MAX, 3}, {0, 0, 0x60000000, 2},
-                                  {0, INT_MIN, 4, INT_MAX}}) {
+    for (const RECTL& original :
+         {RECTL{3, 3, 0, 0}, {2, 2, 2, 2}, {INT_MIN, 0, INT_MAX, 3}, {0, 0, 0x60000000, 2}, {0, INT_MIN, 4, INT_MAX}}) {
         zoomer->SetOriginalRect(original);
         EXPECT_EQ(MagnifiedIn(zoomer, original), untouched) << original;
         EXPECT_EQ(SourceToDestination(*zoomer, original), (RECTL{0, 0, 0, 0})) << original;
@@ -167,10 +184,12 @@ TEST_F(Magnifying, RemembersThePlaceOnlyOfAMovingZoomer)
 
 TEST_F(Magnifying, SmoothsAcrossTheEdgesOfTheBitmap)
 {
-    const std::string diagonal = Lines({"RWWW",
-                                        "WRWW",
-                                        "WWRW",
-                                        "WWWR"});
+    const std::string diagonal = Lines({
+        "RWWW",
+        "WRWW",
+        "WWRW",
+        "WWWR",
+    });
     PaintVirtual(0, 0, diagonal);
     Zoomer* const zoomer = Add({0, 0, 4, 4}, 0, 0, 3, 3);
     zoomer->SetImproveFactor(1);

@@ -8,16 +8,18 @@ using namespace koru;
 using namespace pictures;
 using Rectangles = std::vector<RECTL>;
 
-const std::string screen = Lines({"RGBYWNWWWWWWWWWW",
-                                  "GBYWNRWWWWWWWWWW",
-                                  "BYWNRGWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW",
-                                  "WWWWWWWWWWWWWWWW"});
+const std::string screen = Lines({
+    "RGBYWNWWWWWWWWWW",
+    "GBYWNRWWWWWWWWWW",
+    "BYWNRGWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+    "WWWWWWWWWWWWWWWW",
+});
 const std::string black = Filled(16, 10, '.');
 
 class Scrolling : public MagnifierFixture {
@@ -42,12 +44,15 @@ TEST_F(Scrolling, MovesThePictureAndMagnifiesTheUncoveredColumns)
     PaintVirtual(0, 0, Lines({"SSRGBY", "KKGBYW", "SKBYWN"}));
     PaintBitmapOf(zoomer, 2, 3, "M\n");
     EXPECT_EQ(Scroll(2, 0), 1);
-    EXPECT_EQ(Picture(), Lines({"SSSSMRGGBBYY",
-                                "SSSSRRGGBBYY",
-                                "KKKKGGBBYYWW",
-                                "KKKKGGBBYYWW",
-                                "SSKKBBYYWWNN",
-                                "SSKKBBYYWWNN"}));
+    EXPECT_EQ(Picture(),
+              Lines({
+                  "SSSSMRGGBBYY",
+                  "SSSSRRGGBBYY",
+                  "KKKKGGBBYYWW",
+                  "KKKKGGBBYYWW",
+                  "SSKKBBYYWWNN",
+                  "SSKKBBYYWWNN",
+              }));
     EXPECT_EQ(Real(), WithPicture(black, 2, 3, Picture()));
     EXPECT_EQ(RectanglesCopied(), (Rectangles{{2, 3, 14, 9}}));
 }
@@ -57,12 +62,15 @@ TEST_F(Scrolling, MovesThePictureToTheLeftAndUp)
     PaintVirtual(0, 0, Lines({"BYWNRS", "YWNRGK", "KSKSKS"}));
     PaintBitmapOf(zoomer, 4, 5, "M\n");
     EXPECT_EQ(Scroll(-1, -1), 1);
-    EXPECT_EQ(Picture(), Lines({"MBYYWWNNRRSS",
-                                "BBYYWWNNRRSS",
-                                "YYWWNNRRGGKK",
-                                "YYWWNNRRGGKK",
-                                "KKSSKKSSKKSS",
-                                "KKSSKKSSKKSS"}));
+    EXPECT_EQ(Picture(),
+              Lines({
+                  "MBYYWWNNRRSS",
+                  "BBYYWWNNRRSS",
+                  "YYWWNNRRGGKK",
+                  "YYWWNNRRGGKK",
+                  "KKSSKKSSKKSS",
+                  "KKSSKKSSKKSS",
+              }));
 }
 
 TEST_F(Scrolling, MovesThePictureDown)
@@ -70,12 +78,15 @@ TEST_F(Scrolling, MovesThePictureDown)
     PaintVirtual(0, 0, Lines({"SKSKSK", "KSKSKS", "RGBYWN"}));
     PaintBitmapOf(zoomer, 13, 4, "M\n");
     EXPECT_EQ(Scroll(0, 2), 1);
-    EXPECT_EQ(Picture(), Lines({"SSKKSSKKSSKK",
-                                "SSKKSSKKSSKK",
-                                "KKSSKKSSKKSS",
-                                "KKSSKKSSKKSS",
-                                "RRGGBBYYWWNN",
-                                "RRGGBBYYWWNM"}));
+    EXPECT_EQ(Picture(),
+              Lines({
+                  "SSKKSSKKSSKK",
+                  "SSKKSSKKSSKK",
+                  "KKSSKKSSKKSS",
+                  "KKSSKKSSKKSS",
+                  "RRGGBBYYWWNN",
+                  "RRGGBBYYWWNM",
+              }));
 }
 
 TEST_F(Scrolling, ShowsTheSameAsAFullRenderingWhateverTheDistance)
@@ -106,8 +117,8 @@ TEST_F(Scrolling, MagnifiesPartlyVisibleColumnsAnew)
     Settle(*zoomer);
     PaintVirtual(0, 0, Lines({"YWNRSK", "WNRGKS", "SKSKSK"}));
     EXPECT_EQ(Scroll(-2, -1), 1);
-    EXPECT_EQ(BitmapOf(zoomer, {2, 3, 9, 8}), Part(Stretched(Lines({"YWNRSK", "WNRGKS", "SKSKSK"}), 2, 2),
-                                                   {0, 0, 7, 5}));
+    EXPECT_EQ(BitmapOf(zoomer, {2, 3, 9, 8}),
+              Part(Stretched(Lines({"YWNRSK", "WNRGKS", "SKSKSK"}), 2, 2), {0, 0, 7, 5}));
 }
 
 TEST_F(Scrolling, MagnifiesAllOfItWhenNothingStays)
@@ -200,18 +211,22 @@ TEST_F(Scrolling, SmoothsTheSeamOfTheUncoveredPart)
     Settle(*zoomer);
     PaintVirtual(0, 0, Lines({"RWWWWW", "WRWWWW", "WWWWWW"}));
     EXPECT_EQ(Scroll(1, 0), 1);
-    EXPECT_EQ(Picture(), Lines({"RRWWWWWWWWWW",
-                                "RRRWWWWWWWWW",
-                                "WRRRWWWWWWWW",
-                                "WWRRWWWWWWWW",
-                                "WWWWWWWWWWWW",
-                                "WWWWWWWWWWWW"}));
+    EXPECT_EQ(Picture(),
+              Lines({
+                  "RRWWWWWWWWWW",
+                  "RRRWWWWWWWWW",
+                  "WRRRWWWWWWWW",
+                  "WWRRWWWWWWWW",
+                  "WWWWWWWWWWWW",
+                  "WWWWWWWWWWWW",
+              }));
 }
 
 TEST_F(Scrolling, StaysInsideTheBitmap)
 {
     // Partly beyond all edges of the bitmap of 64 x 58 pixels.
-    for (const RECTL& view : {RECTL{-5, -3, 40, 30}, {60, 55, 99, 99}, {-90, 0, -80, 9}, {INT_MAX - 9, 0, INT_MAX, 9}}) {
+    for (const RECTL& view :
+         {RECTL{-5, -3, 40, 30}, {60, 55, 99, 99}, {-90, 0, -80, 9}, {INT_MAX - 9, 0, INT_MAX, 9}}) {
         zoomer->SetZoomedRect(view);
         Settle(*zoomer);
         for (const POINTL distance : {POINTL{1, 1}, {-1, 1}, {1, -1}, {-1, -1}, {0, 1}, {-2, 0}})

@@ -35,9 +35,17 @@ protected:
         const SIZEL size = source->sizlBitmap;
         const RECTL whole = {0, 0, size.cx, size.cy};
         const RECTL dest = {left, top, left + size.cx * xFactor, top + size.cy * yFactor};
-        return {.psoTrg = target, .psoSrc = source, .rclTrg = dest, .rclSrc = whole, .improveFactor = improveFactor,
-                .originalRect = whole, .destRect = dest, .colourTable = colourTable, .xFactor = xFactor,
-                .yFactor = yFactor, .pickColour = pickColour};
+        return {.psoTrg = target,
+                .psoSrc = source,
+                .rclTrg = dest,
+                .rclSrc = whole,
+                .improveFactor = improveFactor,
+                .originalRect = whole,
+                .destRect = dest,
+                .colourTable = colourTable,
+                .xFactor = xFactor,
+                .yFactor = yFactor,
+                .pickColour = pickColour};
     }
 
     // The picture stretched and smoothed, with a grey margin round it that must stay.

@@ -36,8 +36,7 @@ protected:
     }
     std::string Expected(const std::string& picture) const
     {
-        return smoothing_model::Smooth(
-            picture, {static_cast<int>(improveFactor), xFactor, yFactor, pickColour != 0});
+        return smoothing_model::Smooth(picture, {static_cast<int>(improveFactor), xFactor, yFactor, pickColour != 0});
     }
 
     bool bottomUp = false;
@@ -54,7 +53,8 @@ TEST_P(RandomSmoothing, FollowsTheRulesAndKeepsTheMargin)
         const std::string expected = Expected(picture);
         smoothed += expected != Stretched(picture, xFactor, yFactor);
         ASSERT_EQ(Smooth(picture, bottomUp), WithMargin(expected))
-            << "case " << number << ", improve factor " << improveFactor << "\n" << picture;
+            << "case " << number << ", improve factor " << improveFactor << "\n"
+            << picture;
     }
     EXPECT_GT(smoothed, 200) << "the pictures had nothing to smooth";
 }
@@ -75,7 +75,8 @@ TEST_P(RandomSmoothing, IsTheSameInPartsAsInTheWhole)
                           MarginTop + place.bottom};
         koru::SmoothMagnified(request);
         const std::string whole = Expected(testCase.picture);
-        const std::string expected = WithPicture(stretched, request.rclTrg.left, request.rclTrg.top, Part(whole, place));
+        const std::string expected =
+            WithPicture(stretched, request.rclTrg.left, request.rclTrg.top, Part(whole, place));
         ASSERT_EQ(PictureOf(*target, form), expected)
             << "case " << number << ", improve factor " << improveFactor << ", part " << part << "\n"
             << testCase.picture;

@@ -55,12 +55,16 @@ protected:
         return WithPicture(Filled(16, 10, 'R'), x, y, part);
     }
 
-    const std::string picture = Lines({"GGBB",
-                                       "GGBB",
-                                       "BBGG"});
-    const std::string mask = Lines({"WW..",
-                                    "W...",
-                                    "...W"});
+    const std::string picture = Lines({
+        "GGBB",
+        "GGBB",
+        "BBGG",
+    });
+    const std::string mask = Lines({
+        "WW..",
+        "W...",
+        "...W",
+    });
     std::unique_ptr<engine::DisplayDriver> driver;
     std::unique_ptr<engine::Device> device;
     engine::Surface* client;
@@ -151,9 +155,12 @@ TEST_F(TheOverlay, KeepsThePictureUnderTheMask)
 {
     SetImage(Copy);
     SetMask();
-    EXPECT_EQ(Merged(), RedWith(Lines({"RRBB",
-                                       "RGBB",
-                                       "BBGR"})));
+    EXPECT_EQ(Merged(),
+              RedWith(Lines({
+                  "RRBB",
+                  "RGBB",
+                  "BBGR",
+              })));
 }
 
 TEST_F(TheOverlay, IsMergedOutsideOfTheMaskByItsOperation)
@@ -161,9 +168,12 @@ TEST_F(TheOverlay, IsMergedOutsideOfTheMaskByItsOperation)
     SetImage(Exclusive);
     SetMask();
     Merged();
-    EXPECT_EQ(Real(), RedWith(Lines({"RR??",
-                                     "RY??",
-                                     "??YR"})));
+    EXPECT_EQ(Real(),
+              RedWith(Lines({
+                  "RR??",
+                  "RY??",
+                  "??YR",
+              })));
     EXPECT_EQ(psoReal->Pixel(6, 2) & 0xFFFFFF, 0xFF00FFu);
 }
 
@@ -179,9 +189,13 @@ TEST_F(TheOverlay, HasItsMaskAtTheClientsCoordinates)
     // The picture is shown elsewhere than it lies in the client's bitmap; the mask goes with the picture.
     SetImage(Copy, {4, 2}, {9, 6, 13, 9});
     SetMask();
-    EXPECT_EQ(Merged(), RedWith(Lines({"RRBB",
-                                       "RGBB",
-                                       "BBGR"}), 9, 6));
+    EXPECT_EQ(Merged(),
+              RedWith(Lines({
+                          "RRBB",
+                          "RGBB",
+                          "BBGR",
+                      }),
+                      9, 6));
 }
 
 TEST_F(TheOverlay, IsOredIntoThePictureWithoutTheWorkBitmap)
@@ -193,9 +207,12 @@ TEST_F(TheOverlay, IsOredIntoThePictureWithoutTheWorkBitmap)
     engine.Fail(Request::Lock, 3); // image, mask, work bitmap
     Merged();
     // (red AND mask) OR image
-    EXPECT_EQ(Real(), RedWith(Lines({"YYBB",
-                                     "YGBB",
-                                     "BBGY"})));
+    EXPECT_EQ(Real(),
+              RedWith(Lines({
+                  "YYBB",
+                  "YGBB",
+                  "BBGY",
+              })));
 }
 
 TEST_F(TheOverlay, IsMergedWholeWhenTheMaskDoesNotLock)
@@ -318,7 +335,8 @@ TEST_F(TheOverlay, KeepsWhatEarlierRequestsPutIntoTheImage)
 TEST_F(TheOverlay, SurvivesImpossiblePlaces)
 {
     const POINTL origins[] = {{INT_MAX, INT_MAX}, {INT_MIN, INT_MIN}, {-3, -3}, {15, 9}};
-    const RECTL sources[] = {{INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {8, 5, 4, 2}, {-5, -5, 30, 30}, {INT_MAX, 0, INT_MIN, 9}};
+    const RECTL sources[] = {
+        {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {8, 5, 4, 2}, {-5, -5, 30, 30}, {INT_MAX, 0, INT_MIN, 9}};
     for (const POINTL& origin : origins)
         for (const RECTL& source : sources) {
             EXPECT_EQ(SetImage(Copy, origin, source), 1);
@@ -466,9 +484,12 @@ TEST_P(TheOverlayIn, IsMaskedInEveryFormat)
     maskClient = MakeSurface(WithPicture(Filled(16, 10, '.'), 4, 2, mask), form);
     SetImage(Copy);
     SetMask();
-    EXPECT_EQ(Merged(), RedWith(Lines({"RRBB",
-                                       "RGBB",
-                                       "BBGR"})));
+    EXPECT_EQ(Merged(),
+              RedWith(Lines({
+                  "RRBB",
+                  "RGBB",
+                  "BBGR",
+              })));
 }
 
 } // namespace

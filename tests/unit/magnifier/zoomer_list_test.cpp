@@ -160,11 +160,15 @@ struct BitmapCase {
 
 TEST_F(AZoomerList, GivesAZoomerABitmapLargerThanTheScreen)
 {
-    for (const BitmapCase& testCase : {BitmapCase{BMF_1BPP, 11, BMF_1BPP}, {BMF_4BPP, 41, BMF_4BPP},
-                                       {BMF_8BPP, 81, BMF_8BPP}, {BMF_16BPP, 162, BMF_16BPP},
-                                       {BMF_24BPP, 243, BMF_24BPP}, {BMF_32BPP, 324, BMF_32BPP},
-                                       {BMF_4RLE, 41, BMF_4BPP}, {BMF_8RLE, 81, BMF_8BPP}}) {
-        list.Initialise(33, 20, testCase.format, 4096);
+    for (const BitmapCase& testCase : {BitmapCase{BMF_1BPP, 11, BMF_1BPP},
+                                       {BMF_4BPP, 41, BMF_4BPP},
+                                       {BMF_8BPP, 81, BMF_8BPP},
+                                       {BMF_16BPP, 162, BMF_16BPP},
+                                       {BMF_24BPP, 243, BMF_24BPP},
+                                       {BMF_32BPP, 324, BMF_32BPP},
+                                       {BMF_4RLE, 41, BMF_4BPP},
+                                       {BMF_8RLE, 81, BMF_8BPP}}) {
+        list.Initialise(33, 20, testCase.format, 0);
         const Zoomer* const zoomer = list.Create();
         ASSERT_NE(zoomer, nullptr) << testCase.format;
         const engine::Surface& bitmap = SurfaceBehind(zoomer->hBmp);

@@ -28,39 +28,52 @@ protected:
     Zoomer* zoomer;
 };
 
+template<void (Zoomer::*Set)(ULONG)> void Call(Zoomer& zoomer, ULONG value)
+{
+    (zoomer.*Set)(value);
+}
+
 struct PropertyCase {
     const char* name;
-    void (Zoomer::*set)(ULONG);
+    void (*set)(Zoomer& zoomer, ULONG value);
     ULONG Zoomer::*field;
     ULONG initial;
 };
 
 const PropertyCase properties[] = {
-    {.name = "Mode", .set = &Zoomer::SetMode, .field = &Zoomer::mode, .initial = 0},
-    {.name = "Style", .set = &Zoomer::SetStyle, .field = &Zoomer::style, .initial = 0},
-    {.name = "Behaviour", .set = &Zoomer::SetBehaviour, .field = &Zoomer::behaviour, .initial = 0},
-    {.name = "ImproveFactor", .set = &Zoomer::SetImproveFactor, .field = &Zoomer::improveFactor, .initial = 0},
-    {.name = "Border", .set = &Zoomer::SetBorder, .field = &Zoomer::border, .initial = 0},
-    {.name = "BordersSize", .set = &Zoomer::SetBordersSize, .field = &Zoomer::bordersSize, .initial = 1},
+    {.name = "Mode", .set = Call<&Zoomer::SetMode>, .field = &Zoomer::mode, .initial = 0},
+    {.name = "Style", .set = Call<&Zoomer::SetStyle>, .field = &Zoomer::style, .initial = 0},
+    {.name = "Behaviour", .set = Call<&Zoomer::SetBehaviour>, .field = &Zoomer::behaviour, .initial = 0},
+    {.name = "ImproveFactor", .set = Call<&Zoomer::SetImproveFactor>, .field = &Zoomer::improveFactor, .initial = 0},
+    {.name = "Border", .set = Call<&Zoomer::SetBorder>, .field = &Zoomer::border, .initial = 0},
+    {.name = "BordersSize", .set = Call<&Zoomer::SetBordersSize>, .field = &Zoomer::bordersSize, .initial = 1},
 };
 
-class AProperty : public AZoomer, public testing::WithParamInterface<PropertyCase> { };
+class AProperty : public AZoomer, public testing::WithParamInterface<PropertyCase> {
+protected:
+    void Set(ULONG value) { GetParam().set(*zoomer, value); }
+    ULONG Value() const
+    {
+        const auto field = GetParam().field;
+        return zoomer->*field;
+    }
+};
 
 TEST_P(AProperty, StartsWithItsInitialValue)
 {
-    EXPECT_EQ(zoomer->*GetParam().field, GetParam().initial);
+    EXPECT_EQ(Value(), GetParam().initial);
 }
 
 TEST_P(AProperty, TakesAnyValueAndMarksTheZoomerChanged)
 {
-    (zoomer->*GetParam().set)(0xFFFFFFFE);
-    EXPECT_EQ(zoomer->*GetParam().field, 0xFFFFFFFEu);
+    Set(0xFFFFFFFE);
+    EXPECT_EQ(Value(), 0xFFFFFFFEu);
     EXPECT_EQ(zoomer->changed, 1u);
 }
 
 TEST_P(AProperty, DoesNotMarkTheZoomerWhenItsValueStays)
 {
-    (zoomer->*GetParam().set)(GetParam().initial);
+    Set(GetParam().initial);
     EXPECT_EQ(zoomer->changed, 0u);
 }
 
@@ -177,8 +190,7 @@ struct FrameCase {
 const FrameCase frames[] = {
     {.name = "NoBorder", .view = {100, 100, 200, 200}, .border = 0, .size = 5, .framed = {100, 100, 200, 200}},
     {.name = "NoSize", .view = {100, 100, 200, 200}, .border = 15, .size = 0, .framed = {100, 100, 200, 200}},
-    {.name = "OnlyTheColourBit", .view = {100, 100, 200, 200}, .border = 16, .size = 5,
-     .framed = {100, 100, 200, 200}},
+    {.name = "OnlyTheColourBit", .view = {100, 100, 200, 200}, .border = 16, .size = 5, .framed = {100, 100, 200, 200}},
     {.name = "AllSides", .view = {100, 100, 200, 200}, .border = 15, .size = 5, .framed = {95, 95, 205, 205}},
     {.name = "Left", .view = {100, 100, 200, 200}, .border = 1, .size = 5, .framed = {95, 100, 200, 200}},
     {.name = "Top", .view = {100, 100, 200, 200}, .border = 2, .size = 5, .framed = {100, 95, 200, 200}},
