@@ -22,8 +22,7 @@ constexpr ULONG DivideBy255(ULONG number)
 // Red, green, blue and alpha in the bytes from the lowest on.
 using Components = ULONG;
 
-template <class Combine>
-Components CombineBytes(Components first, Components second, Combine combine)
+template<class Combine> Components CombineBytes(Components first, Components second, Combine combine)
 {
     Components result = 0;
     for (int shift = 0; shift < 32; shift += 8)
@@ -67,8 +66,8 @@ private:
             return CombineBytes(source, target, [this](ULONG above, ULONG below) {
                 return DivideBy255(above * constant_ + below * (Opaque - constant_));
             });
-        const Components scaled
-            = CombineBytes(source, 0, [this](ULONG above, ULONG) { return DivideBy255(above * constant_); });
+        const Components scaled =
+            CombineBytes(source, 0, [this](ULONG above, ULONG) { return DivideBy255(above * constant_); });
         const ULONG uncovered = Opaque - (scaled >> 24);
         return CombineBytes(scaled, target, [uncovered](ULONG above, ULONG below) {
             return std::min(above + DivideBy255(below * uncovered), Opaque); // a colour may exceed its alpha

@@ -34,8 +34,9 @@ BOOL APIENTRY EngBitBlt(SURFOBJ* psoTrg, SURFOBJ* psoSrc, SURFOBJ* psoMask, CLIP
         return FALSE;
     if (!prclTrg)
         return Refuse("EngBitBlt", "null target rectangle");
-    if (const auto answer = AskHook<PFN_DrvBitBlt>("EngBitBlt", psoTrg, HOOK_BITBLT, INDEX_DrvBitBlt, psoTrg, psoSrc,
-                                                   psoMask, pco, pxlo, prclTrg, pptlSrc, pptlMask, pbo, pptlBrush, rop4))
+    if (const auto answer =
+            AskHook<PFN_DrvBitBlt>("EngBitBlt", psoTrg, HOOK_BITBLT, INDEX_DrvBitBlt, psoTrg, psoSrc, psoMask, pco,
+                                   pxlo, prclTrg, pptlSrc, pptlMask, pbo, pptlBrush, rop4))
         return *answer;
     const Blit blit = {.service = "EngBitBlt",
                        .psoTrg = psoTrg,
@@ -82,12 +83,12 @@ BOOL APIENTRY EngPaint(SURFOBJ* pso, CLIPOBJ* pco, BRUSHOBJ* pbo, POINTL* pptlBr
         return FALSE;
     if (!pco)
         return Refuse("EngPaint", "null clip");
-    if (const auto answer
-        = AskHook<PFN_DrvPaint>("EngPaint", pso, HOOK_PAINT, INDEX_DrvPaint, pso, pco, pbo, pptlBrushOrg, mix))
+    if (const auto answer =
+            AskHook<PFN_DrvPaint>("EngPaint", pso, HOOK_PAINT, INDEX_DrvPaint, pso, pco, pbo, pptlBrushOrg, mix))
         return *answer;
     if (!HasBits(pso))
-        return CallBitBlt(pso, nullptr, nullptr, pco, nullptr, &pco->rclBounds, nullptr, nullptr, pbo,
-                                  pptlBrushOrg, RopOfMix(mix));
+        return CallBitBlt(pso, nullptr, nullptr, pco, nullptr, &pco->rclBounds, nullptr, nullptr, pbo, pptlBrushOrg,
+                          RopOfMix(mix));
     const Blit blit = {.service = "EngPaint",
                        .psoTrg = pso,
                        .pco = pco,

@@ -7,25 +7,28 @@
 namespace engine::raster {
 namespace {
 
-struct MemoryRange {
-    const BYTE *first, *behind;
-};
+    struct MemoryRange {
+        const BYTE *first, *behind;
+    };
 
-MemoryRange RangeOf(const Bitmap& bitmap)
-{
-    const std::size_t lDelta = static_cast<std::size_t>(std::abs(bitmap.lDelta));
-    const BYTE* const top = bitmap.Row(bitmap.area.top);
-    const BYTE* const bottom = bitmap.Row(bitmap.area.bottom - 1);
-    return {std::min(top, bottom), std::max(top, bottom) + lDelta};
-}
+    MemoryRange RangeOf(const Bitmap& bitmap)
+    {
+        const std::size_t lDelta = static_cast<std::size_t>(std::abs(bitmap.lDelta));
+        const BYTE* const top = bitmap.Row(bitmap.area.top);
+        const BYTE* const bottom = bitmap.Row(bitmap.area.bottom - 1);
+        return {std::min(top, bottom), std::max(top, bottom) + lDelta};
+    }
 
 } // namespace
 
 Bitmap Bitmap::Of(const Surface& surface, POINTL origin)
 {
-    return {static_cast<BYTE*>(surface.pvScan0), surface.lDelta,
-            origin, Moved(surface.Bounds(), origin.x, origin.y),
-            surface.iBitmapFormat, PixelAccessOf(surface.iBitmapFormat),
+    return {static_cast<BYTE*>(surface.pvScan0),
+            surface.lDelta,
+            origin,
+            Moved(surface.Bounds(), origin.x, origin.y),
+            surface.iBitmapFormat,
+            PixelAccessOf(surface.iBitmapFormat),
             &surface.layout};
 }
 

@@ -7,14 +7,14 @@
 namespace engine::raster {
 namespace {
 
-constexpr LONG HatchSize = 8;
+    constexpr LONG HatchSize = 8;
 
-// The place within the tile; the distance to the origin may need more than 32 bits.
-LONG Phase(LONG position, LONG origin, LONG period)
-{
-    const std::int64_t rest = (std::int64_t{position} - origin) % period;
-    return static_cast<LONG>(rest < 0 ? rest + period : rest);
-}
+    // The place within the tile; the distance to the origin may need more than 32 bits.
+    LONG Phase(LONG position, LONG origin, LONG period)
+    {
+        const std::int64_t rest = (std::int64_t{position} - origin) % period;
+        return static_cast<LONG>(rest < 0 ? rest + period : rest);
+    }
 
 } // namespace
 

@@ -6,12 +6,12 @@
 namespace engine::raster {
 namespace {
 
-void AddVisible(const RECTL& rectangle, const RECTL& area, std::vector<RECTL>& parts)
-{
-    const RECTL visible = Intersection(rectangle, area);
-    if (!IsEmpty(visible))
-        parts.push_back(visible);
-}
+    void AddVisible(const RECTL& rectangle, const RECTL& area, std::vector<RECTL>& parts)
+    {
+        const RECTL visible = Intersection(rectangle, area);
+        if (!IsEmpty(visible))
+            parts.push_back(visible);
+    }
 
 } // namespace
 

@@ -5,27 +5,27 @@
 namespace engine::raster {
 namespace {
 
-constexpr std::int64_t Half = FixOne / 2;
+    constexpr std::int64_t Half = FixOne / 2;
 
-// The nearest pixel, the lesser of two equally near.
-std::int64_t Nearest(std::int64_t position)
-{
-    return CeilDivide(position - Half, FixOne);
-}
+    // The nearest pixel, the lesser of two equally near.
+    std::int64_t Nearest(std::int64_t position)
+    {
+        return CeilDivide(position - Half, FixOne);
+    }
 
-// The major coordinate of the pixel whose diamond holds a point, {major, minor}. Of a diamond's border the
-// lower sides and the bottom corner belong to it, and for steep lines the right corner.
-std::optional<std::int64_t> DiamondAt(const FixPoint& point, bool flat)
-{
-    const std::int64_t major = Nearest(point.x), minor = Nearest(point.y);
-    const std::int64_t fromMajor = point.x - major * FixOne, fromMinor = point.y - minor * FixOne;
-    const std::int64_t right = flat ? fromMajor : fromMinor, down = flat ? fromMinor : fromMajor;
-    const std::int64_t distance = std::abs(right) + std::abs(down);
-    const bool onOwnBorder = down > 0 || (down == 0 && right > 0 && !flat);
-    if (distance < Half || (distance == Half && onOwnBorder))
-        return major;
-    return std::nullopt;
-}
+    // The major coordinate of the pixel whose diamond holds a point, {major, minor}. Of a diamond's border the
+    // lower sides and the bottom corner belong to it, and for steep lines the right corner.
+    std::optional<std::int64_t> DiamondAt(const FixPoint& point, bool flat)
+    {
+        const std::int64_t major = Nearest(point.x), minor = Nearest(point.y);
+        const std::int64_t fromMajor = point.x - major * FixOne, fromMinor = point.y - minor * FixOne;
+        const std::int64_t right = flat ? fromMajor : fromMinor, down = flat ? fromMinor : fromMajor;
+        const std::int64_t distance = std::abs(right) + std::abs(down);
+        const bool onOwnBorder = down > 0 || (down == 0 && right > 0 && !flat);
+        if (distance < Half || (distance == Half && onOwnBorder))
+            return major;
+        return std::nullopt;
+    }
 
 } // namespace
 
@@ -70,8 +70,9 @@ void CosmeticLine::AddRuns(Stretch part, const RECTL& bounds, std::vector<RECTL>
 {
     const auto majorOf = [this](std::int64_t number) { return forwards_ ? first_ + number : first_ - number; };
     const auto add = [&](std::int64_t first, std::int64_t last, std::int64_t minor) {
-        const auto [low, high] = std::minmax(majorOf(first), majorOf(last));
-        const LONG from = Saturated(low), to = Saturated(high + 1), at = Saturated(minor), behind = Saturated(minor + 1);
+        const std::int64_t low = majorOf(forwards_ ? first : last), high = majorOf(forwards_ ? last : first);
+        const LONG from = Saturated(low), to = Saturated(high + 1), at = Saturated(minor),
+                   behind = Saturated(minor + 1);
         const RECTL run = Intersection(flat_ ? RECTL{from, at, to, behind} : RECTL{at, from, behind, to}, bounds);
         if (!IsEmpty(run))
             runs.push_back(run);

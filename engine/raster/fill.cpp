@@ -8,26 +8,26 @@
 namespace engine::raster {
 namespace {
 
-void FillRectangle(const Bitmap& target, const RECTL& part, const std::vector<ULONG>& pixels)
-{
-    const LONG count = part.right - part.left;
-    target.Write(part.left, part.top, count, pixels.data());
-    const BYTE* const first = target.HasWholeBytes() ? target.Byte(part.left, part.top) : nullptr;
-    for (LONG y = part.top + 1; y < part.bottom; ++y)
-        if (first)
-            std::memcpy(target.Byte(part.left, y), first, static_cast<std::size_t>(count * target.BytesPerPixel()));
-        else
-            target.Write(part.left, y, count, pixels.data());
-}
-
-void PaintBits(const Bitmap& target, const std::vector<RECTL>& rectangles, const BrushPattern& brush, ROP4 rop4)
-{
-    if (rop4 == CopyPattern && brush.IsSolid()) {
-        FillSolid(target, rectangles, brush.SolidPixel());
-        return;
+    void FillRectangle(const Bitmap& target, const RECTL& part, const std::vector<ULONG>& pixels)
+    {
+        const LONG count = part.right - part.left;
+        target.Write(part.left, part.top, count, pixels.data());
+        const BYTE* const first = target.HasWholeBytes() ? target.Byte(part.left, part.top) : nullptr;
+        for (LONG y = part.top + 1; y < part.bottom; ++y)
+            if (first)
+                std::memcpy(target.Byte(part.left, y), first, static_cast<std::size_t>(count * target.BytesPerPixel()));
+            else
+                target.Write(part.left, y, count, pixels.data());
     }
-    DrawRows(target, rectangles, nullptr, RopOperation(rop4, Translator(nullptr), brush, false));
-}
+
+    void PaintBits(const Bitmap& target, const std::vector<RECTL>& rectangles, const BrushPattern& brush, ROP4 rop4)
+    {
+        if (rop4 == CopyPattern && brush.IsSolid()) {
+            FillSolid(target, rectangles, brush.SolidPixel());
+            return;
+        }
+        DrawRows(target, rectangles, nullptr, RopOperation(rop4, Translator(nullptr), brush, false));
+    }
 
 } // namespace
 

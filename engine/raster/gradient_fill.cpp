@@ -35,15 +35,11 @@ struct Shade {
         , blue(b)
     {
     }
-    COLORREF Colour() const
-    {
-        return static_cast<COLORREF>(red >> 8 | (green >> 8) << 8 | (blue >> 8) << 16);
-    }
+    COLORREF Colour() const { return static_cast<COLORREF>(red >> 8 | (green >> 8) << 8 | (blue >> 8) << 16); }
 };
 
 // Writes the colour of each pixel, as `ShadeAt` gives it.
-template <class ShadeAt>
-class GradientOperation : public RowOperation {
+template<class ShadeAt> class GradientOperation : public RowOperation {
 public:
     GradientOperation(const PixelLayout& layout, ShadeAt shadeAt)
         : layout_(layout)
@@ -117,7 +113,8 @@ public:
         const Real fromX = x - x_, fromY = y - y_;
         const Real towards2 = fromX * y3_ - x3_ * fromY, towards3 = x2_ * fromY - fromX * y2_;
         const auto part = [&](std::int64_t a, std::int64_t b, std::int64_t c) {
-            const Real way = std::floor((towards2 * static_cast<Real>(b - a) + towards3 * static_cast<Real>(c - a)) / area_);
+            const Real way =
+                std::floor((towards2 * static_cast<Real>(b - a) + towards3 * static_cast<Real>(c - a)) / area_);
             return std::clamp<std::int64_t>(a + static_cast<std::int64_t>(way), 0, 0xFFFF);
         };
         return {part(first_.red, second_.red, third_.red), part(first_.green, second_.green, third_.green),
@@ -192,9 +189,9 @@ extern "C" BOOL APIENTRY EngGradientFill(SURFOBJ* psoDest, CLIPOBJ* pco, XLATEOB
         return FALSE;
     if (!pVertex || !pMesh || !prclExtents)
         return Refuse("EngGradientFill", "null vertices, mesh or extents");
-    if (const auto answer = AskHook<PFN_DrvGradientFill>("EngGradientFill", psoDest, HOOK_GRADIENTFILL,
-                                                         INDEX_DrvGradientFill, psoDest, pco, pxlo, pVertex, nVertex,
-                                                         pMesh, nMesh, prclExtents, pptlDitherOrg, ulMode))
+    if (const auto answer =
+            AskHook<PFN_DrvGradientFill>("EngGradientFill", psoDest, HOOK_GRADIENTFILL, INDEX_DrvGradientFill, psoDest,
+                                         pco, pxlo, pVertex, nVertex, pMesh, nMesh, prclExtents, pptlDitherOrg, ulMode))
         return *answer;
     if (ulMode > GRADIENT_FILL_TRIANGLE)
         return FALSE;

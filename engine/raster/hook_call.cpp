@@ -5,8 +5,8 @@
 namespace engine::raster {
 namespace {
 
-constexpr int DeepestNesting = 32;
-thread_local int nesting = 0;
+    constexpr int DeepestNesting = 32;
+    thread_local int nesting = 0;
 
 } // namespace
 

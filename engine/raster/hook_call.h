@@ -41,8 +41,9 @@ private:
 };
 
 // What the driver's hook answers; nothing when the surface has bits of its own or is not hooked.
-template <class Pfn, class... Arguments>
-std::optional<BOOL> AskHook(const char* service, const SURFOBJ* managed, FLONG hook, ULONG index, Arguments... arguments)
+template<class Pfn, class... Arguments>
+std::optional<BOOL> AskHook(const char* service, const SURFOBJ* managed, FLONG hook, ULONG index,
+                            Arguments... arguments)
 {
     if (HasBits(managed))
         return std::nullopt;

@@ -7,7 +7,7 @@
 namespace engine::raster {
 namespace {
 
-constexpr ULONG LongestStyle = 1024; // entries; more is a damaged count
+    constexpr ULONG LongestStyle = 1024; // entries; more is a damaged count
 
 } // namespace
 

@@ -24,9 +24,10 @@ struct Canvas {
     POINTL origin;
     MIX mix;
 
-    BOOL Paint(const Region& area) const
+    BOOL Paint(const Region& area) const // within the bounds
     {
-        return PaintRectangles(surface, Intersection(area, visible).Rectangles(), pbo, origin, mix);
+        const Region shown = visible.IsRectangle() ? area : Intersection(area, visible);
+        return PaintRectangles(surface, shown.Rectangles(), pbo, origin, mix);
     }
     // Lines that cross themselves are painted pixel by pixel as often as they pass, so each comes by itself.
     BOOL PaintLine(const CosmeticLine& line, const std::vector<CosmeticLine::Stretch>& parts) const
@@ -144,7 +145,8 @@ BOOL APIENTRY EngStrokePath(SURFOBJ* pso, PATHOBJ* ppo, CLIPOBJ* pco, XFORMOBJ* 
         return Refuse("EngStrokePath", "null line attributes");
     if (!(plineattrs->fl & LA_GEOMETRIC))
         return StrokeCosmetic(*canvas, *path, *plineattrs);
-    return canvas->Paint(ScanConvert(WidenLines(PolylinesOf(*path), *plineattrs), FP_WINDINGMODE, canvas->bounds));
+    const std::vector<Polygon> outline = WidenLines(PolylinesOf(*path), *plineattrs, canvas->bounds);
+    return canvas->Paint(ScanConvert(outline, FP_WINDINGMODE, canvas->bounds));
 }
 
 BOOL APIENTRY EngFillPath(SURFOBJ* pso, PATHOBJ* ppo, CLIPOBJ* pco, BRUSHOBJ* pbo, POINTL* pptlBrushOrg, MIX mix,
@@ -167,9 +169,9 @@ BOOL APIENTRY EngStrokeAndFillPath(SURFOBJ* pso, PATHOBJ* ppo, CLIPOBJ* pco, XFO
 {
     if (!Given("EngStrokeAndFillPath", pso, "target"))
         return FALSE;
-    if (const auto answer = AskHook<PFN_DrvStrokeAndFillPath>(
-            "EngStrokeAndFillPath", pso, HOOK_STROKEANDFILLPATH, INDEX_DrvStrokeAndFillPath, pso, ppo, pco, pxo,
-            pboStroke, plineattrs, pboFill, pptlBrushOrg, mixFill, flOptions))
+    if (const auto answer = AskHook<PFN_DrvStrokeAndFillPath>("EngStrokeAndFillPath", pso, HOOK_STROKEANDFILLPATH,
+                                                              INDEX_DrvStrokeAndFillPath, pso, ppo, pco, pxo, pboStroke,
+                                                              plineattrs, pboFill, pptlBrushOrg, mixFill, flOptions))
         return *answer;
     if (!HasBits(pso))
         return CallFillPath(pso, ppo, pco, pboFill, pptlBrushOrg, mixFill, flOptions)

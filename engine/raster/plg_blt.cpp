@@ -86,6 +86,7 @@ public:
 
     void Fetch(Row& row) const override
     {
+        row.hasChoices = true;
         for (LONG i = 0; i < row.count; ++i) {
             const POINTL at = shape_.SourceOf(row.x + i, row.y);
             row.choices[i] = IsShown(at) ? Choice::Foreground : Choice::Nothing;
@@ -131,8 +132,8 @@ BOOL DrawParallelogram(const PlgSurfaces& surfaces, CLIPOBJ* pco, XLATEOBJ* pxlo
         return FALSE;
     if (shape.IsFlat() || IsEmpty(Ordered(rectangle)))
         return TRUE;
-    const Region parts = Intersection(
-        ScanConvert({shape.Outline()}, FP_ALTERNATEMODE, surfaces.target->Bounds()), Region(*visible));
+    const Region parts =
+        Intersection(ScanConvert({shape.Outline()}, FP_ALTERNATEMODE, surfaces.target->Bounds()), Region(*visible));
     if (parts.IsEmpty())
         return TRUE;
     Source source(*surfaces.source, Ordered(rectangle));
@@ -159,9 +160,8 @@ extern "C" BOOL APIENTRY EngPlgBlt(SURFOBJ* psoTrg, SURFOBJ* psoSrc, SURFOBJ* ps
         return FALSE;
     if (!pptfx || !prcl)
         return Refuse("EngPlgBlt", pptfx ? "null source rectangle" : "null parallelogram");
-    if (const auto answer
-        = AskHook<PFN_DrvPlgBlt>("EngPlgBlt", psoTrg, HOOK_PLGBLT, INDEX_DrvPlgBlt, psoTrg, psoSrc, psoMsk, pco, pxlo,
-                                 pca, pptlBrushOrg, pptfx, prcl, pptl, iMode))
+    if (const auto answer = AskHook<PFN_DrvPlgBlt>("EngPlgBlt", psoTrg, HOOK_PLGBLT, INDEX_DrvPlgBlt, psoTrg, psoSrc,
+                                                   psoMsk, pco, pxlo, pca, pptlBrushOrg, pptfx, prcl, pptl, iMode))
         return *answer;
     if (psoMsk && !(surfaces.mask = SurfaceBehind(psoMsk)))
         return FALSE;

@@ -11,9 +11,9 @@ Quotient MultiplyDivide(std::int64_t first, std::int64_t second, std::int64_t di
     const long double guess = std::floor(static_cast<long double>(first) * static_cast<long double>(second)
                                          / static_cast<long double>(divisor));
     std::int64_t quotient = static_cast<std::int64_t>(guess);
-    std::int64_t remainder = static_cast<std::int64_t>(
-        static_cast<std::uint64_t>(first) * static_cast<std::uint64_t>(second)
-        - static_cast<std::uint64_t>(quotient) * static_cast<std::uint64_t>(divisor));
+    std::int64_t remainder =
+        static_cast<std::int64_t>(static_cast<std::uint64_t>(first) * static_cast<std::uint64_t>(second)
+                                  - static_cast<std::uint64_t>(quotient) * static_cast<std::uint64_t>(divisor));
     for (; remainder < 0; remainder += divisor)
         --quotient;
     for (; remainder >= divisor; remainder -= divisor)

@@ -38,6 +38,7 @@ public:
     friend bool operator==(const Region& first, const Region& second);
 
 private:
+    void AppendBands(const std::vector<RECTL>& bands);
     bool ExtendLastBand(LONG top, LONG bottom, const std::vector<Span>& spans);
 
     std::vector<RECTL> rectangles_;

@@ -7,7 +7,8 @@
 
 namespace engine::raster {
 
-using RopFunction = ULONG (*)(ULONG pattern, ULONG source, ULONG target);
+// Combines a row of pixels, bit by bit.
+using RopFunction = void (*)(const ULONG* pattern, const ULONG* source, ULONG* target, LONG count);
 
 RopFunction Rop3Function(BYTE rop);
 

@@ -1,16 +1,6 @@
 #include "engine/raster/rop_operation.h"
 
 namespace engine::raster {
-namespace {
-
-// By far the most frequent operation of those that come here.
-void CopyChosen(const Row& row)
-{
-    for (LONG i = 0; i < row.count; ++i)
-        row.target[i] = row.choices[i] == Choice::Nothing ? row.target[i] : row.source[i];
-}
-
-} // namespace
 
 RopOperation::RopOperation(ROP4 rop4, const Translator& translator, const BrushPattern& brush, bool hasMask)
     : rop4_(rop4)
@@ -27,20 +17,31 @@ void RopOperation::Run(Row& row) const
         brush_.Fetch(row.x, row.y, row.count, pattern_.data());
     if (UsesSource(rop4_))
         translator_.Apply(row.source, row.count);
-    if (rop4_ == CopySource) {
-        CopyChosen(row);
-        return;
-    }
-    const RopFunction functions[] = {Rop3Function(BackgroundRop(rop4_)), Rop3Function(ForegroundRop(rop4_))};
-    for (LONG i = 0; i < row.count; ++i) {
-        Choice choice = row.choices[i];
-        if (choice == Choice::Nothing)
-            continue;
-        if (brushChooses_ && !brush_.IsForeground(row.x + i, row.y))
-            choice = Choice::Background;
-        row.target[i] = functions[static_cast<int>(choice)](pattern_[static_cast<std::size_t>(i)], row.source[i],
-                                                            row.target[i]);
-    }
+    if (brushChooses_)
+        LetBrushChoose(row);
+    if (row.hasChoices)
+        CombineChosen(row);
+    else
+        Rop3Function(ForegroundRop(rop4_))(pattern_.data(), row.source, row.target, row.count);
+}
+
+void RopOperation::LetBrushChoose(Row& row) const
+{
+    row.hasChoices = true;
+    for (LONG i = 0; i < row.count; ++i)
+        if (row.choices[i] != Choice::Nothing && !brush_.IsForeground(row.x + i, row.y))
+            row.choices[i] = Choice::Background;
+}
+
+void RopOperation::CombineChosen(Row& row) const
+{
+    foreground_.assign(row.target, row.target + row.count);
+    background_ = foreground_;
+    Rop3Function(ForegroundRop(rop4_))(pattern_.data(), row.source, foreground_.data(), row.count);
+    Rop3Function(BackgroundRop(rop4_))(pattern_.data(), row.source, background_.data(), row.count);
+    for (std::size_t i = 0; i < foreground_.size(); ++i)
+        if (row.choices[i] != Choice::Nothing)
+            row.target[i] = row.choices[i] == Choice::Foreground ? foreground_[i] : background_[i];
 }
 
 } // namespace engine::raster

@@ -15,11 +15,14 @@ public:
     void Run(Row& row) const override;
 
 private:
+    void LetBrushChoose(Row& row) const;
+    void CombineChosen(Row& row) const;
+
     ROP4 rop4_;
     const Translator& translator_;
     const BrushPattern& brush_;
     bool brushChooses_;
-    mutable std::vector<ULONG> pattern_; // of one row; kept for its memory
+    mutable std::vector<ULONG> pattern_, foreground_, background_; // of one row; kept for their memory
 };
 
 } // namespace engine::raster

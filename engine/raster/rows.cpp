@@ -15,7 +15,7 @@ void DrawRows(const Bitmap& target, const std::vector<RECTL>& parts, const RowSo
         sourcePixels.resize(static_cast<std::size_t>(count));
         for (LONG y = part.top; y < part.bottom; ++y) {
             choices.assign(static_cast<std::size_t>(count), Choice::Foreground);
-            Row row = {part.left, y, count, targetPixels.data(), sourcePixels.data(), choices.data()};
+            Row row = {part.left, y, count, targetPixels.data(), sourcePixels.data(), choices.data(), false};
             if (source)
                 source->Fetch(row);
             target.Read(part.left, y, count, row.target);

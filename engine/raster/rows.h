@@ -21,6 +21,7 @@ struct Row {
     ULONG* target; // the pixels as they are, then as they become
     ULONG* source; // as the source surface has them
     Choice* choices; // Foreground, unless the source says otherwise
+    bool hasChoices; // it did
 };
 
 class RowSource {

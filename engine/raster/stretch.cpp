@@ -8,117 +8,123 @@
 namespace engine::raster {
 namespace {
 
-constexpr LONG Outside = -1;
+    constexpr LONG Outside = -1, NotYet = -2; // in place of a source row or column
 
-bool IsWithin(std::int64_t position, LONG from, LONG to)
-{
-    return position >= from && position < to;
-}
-
-// The source of a stretch, or its mask, with the way from target coordinates to its own.
-class Samples {
-public:
-    Samples(const Bitmap& bitmap, const StretchAxis& columns, const StretchAxis& rows, const POINTL& first)
-        : bitmap_(bitmap)
-        , columns_(columns)
-        , rows_(rows)
-        , first_(first)
+    LONG PositionWithin(std::int64_t position, LONG from, LONG to)
     {
+        return position >= from && position < to ? static_cast<LONG>(position) : Outside;
     }
 
-    LONG SourceRow(LONG y) const
-    {
-        const std::int64_t row = first_.y + rows_.SourceIndex(y);
-        return IsWithin(row, bitmap_.area.top, bitmap_.area.bottom) ? static_cast<LONG>(row) : Outside;
-    }
+    // The source of a stretch, or its mask, as seen from the target. Enlarged pictures show each source row
+    // many times, so the last one is kept.
+    class Samples {
+    public:
+        struct Line {
+            std::vector<ULONG> pixels;
+            std::vector<BYTE> inside; // 0 where there is no source pixel
+            bool whole; // there is one everywhere
+        };
 
-    // The samples of a row of the target; `pixels` of those outside stay.
-    void Fetch(const Row& row, ULONG* pixels, std::vector<bool>& inside)
-    {
-        inside.assign(static_cast<std::size_t>(row.count), false);
-        const LONG y = SourceRow(row.y);
-        if (y == Outside || engine::IsEmpty(bitmap_.area))
-            return;
-        LoadRow(y);
-        LoadColumns(row);
-        for (LONG i = 0; i < row.count; ++i) {
-            const LONG x = map_[static_cast<std::size_t>(i)];
-            if (x == Outside)
-                continue;
-            inside[static_cast<std::size_t>(i)] = true;
-            pixels[i] = pixels_[static_cast<std::size_t>(x - bitmap_.area.left)];
+        Samples(const Bitmap& bitmap, const StretchAxis& columns, const StretchAxis& rows, const POINTL& first)
+            : bitmap_(bitmap)
+            , columns_(columns)
+            , rows_(rows)
+            , first_(first)
+        {
         }
-    }
 
-private:
-    void LoadRow(LONG y)
-    {
-        if (y == loadedRow_)
-            return;
-        loadedRow_ = y;
-        pixels_.resize(static_cast<std::size_t>(bitmap_.area.right - bitmap_.area.left));
-        bitmap_.Read(bitmap_.area.left, y, bitmap_.area.right - bitmap_.area.left, pixels_.data());
-    }
-
-    // The columns are the same for all rows of a part.
-    void LoadColumns(const Row& row)
-    {
-        if (mappedFrom_ == row.x && map_.size() == static_cast<std::size_t>(row.count))
-            return;
-        mappedFrom_ = row.x;
-        map_.clear();
-        for (LONG i = 0; i < row.count; ++i) {
-            const std::int64_t x = first_.x + columns_.SourceIndex(row.x + i);
-            map_.push_back(IsWithin(x, bitmap_.area.left, bitmap_.area.right) ? static_cast<LONG>(x) : Outside);
+        const Line& At(const Row& row)
+        {
+            MapColumns(row);
+            const LONG y = PositionWithin(first_.y + rows_.SourceIndex(row.y), bitmap_.area.top, bitmap_.area.bottom);
+            if (y != sampledRow_)
+                Sample(y);
+            return line_;
         }
-    }
 
-    const Bitmap& bitmap_;
-    const StretchAxis &columns_, &rows_;
-    POINTL first_;
-    LONG loadedRow_ = Outside, mappedFrom_ = 0;
-    std::vector<ULONG> pixels_;
-    std::vector<LONG> map_;
-};
-
-class StretchedSource : public RowSource {
-public:
-    StretchedSource(Samples* source, Samples* mask, bool maskHides)
-        : source_(source)
-        , mask_(mask)
-        , maskHides_(maskHides)
-    {
-    }
-
-    void Fetch(Row& row) const override
-    {
-        if (mask_) {
-            mask_->Fetch(row, row.source, inside_);
+    private:
+        // The columns are the same for all rows of a part.
+        void MapColumns(const Row& row)
+        {
+            if (mappedFrom_ == row.x && map_.size() == static_cast<std::size_t>(row.count))
+                return;
+            mappedFrom_ = row.x;
+            sampledRow_ = NotYet;
+            map_.clear();
             for (LONG i = 0; i < row.count; ++i)
-                row.choices[i] = ChoiceOf(inside_[static_cast<std::size_t>(i)], row.source[i]);
+                map_.push_back(
+                    PositionWithin(first_.x + columns_.SourceIndex(row.x + i), bitmap_.area.left, bitmap_.area.right));
         }
-        if (!source_)
-            return;
-        source_->Fetch(row, row.source, inside_);
-        for (LONG i = 0; i < row.count; ++i)
-            if (!inside_[static_cast<std::size_t>(i)])
-                row.choices[i] = Choice::Nothing;
-    }
 
-private:
-    Choice ChoiceOf(bool inside, ULONG bit) const
-    {
-        if (!inside)
-            return Choice::Nothing;
-        if (bit)
-            return Choice::Foreground;
-        return maskHides_ ? Choice::Nothing : Choice::Background;
-    }
+        void Sample(LONG y)
+        {
+            sampledRow_ = y;
+            line_.pixels.resize(map_.size());
+            line_.inside.assign(map_.size(), 0);
+            line_.whole = y != Outside;
+            if (y == Outside)
+                return;
+            const LONG left = bitmap_.area.left, width = bitmap_.area.right - left;
+            sourceRow_.resize(static_cast<std::size_t>(width));
+            bitmap_.Read(left, y, width, sourceRow_.data());
+            for (std::size_t i = 0; i < map_.size(); ++i) {
+                if (map_[i] == Outside) {
+                    line_.whole = false;
+                    continue;
+                }
+                line_.inside[i] = 1;
+                line_.pixels[i] = sourceRow_[static_cast<std::size_t>(map_[i] - left)];
+            }
+        }
 
-    Samples *source_, *mask_;
-    bool maskHides_;
-    mutable std::vector<bool> inside_; // kept for its memory
-};
+        const Bitmap& bitmap_;
+        const StretchAxis &columns_, &rows_;
+        POINTL first_;
+        LONG sampledRow_ = NotYet, mappedFrom_ = 0;
+        std::vector<ULONG> sourceRow_;
+        std::vector<LONG> map_; // from the row's pixels to source columns
+        Line line_;
+    };
+
+    class StretchedSource : public RowSource {
+    public:
+        StretchedSource(Samples* source, Samples* mask, bool maskHides)
+            : source_(source)
+            , mask_(mask)
+            , notMasked_(maskHides ? Choice::Nothing : Choice::Background)
+        {
+        }
+
+        void Fetch(Row& row) const override
+        {
+            if (mask_)
+                Choose(row, mask_->At(row));
+            if (source_)
+                Take(row, source_->At(row));
+        }
+
+    private:
+        void Choose(Row& row, const Samples::Line& bits) const
+        {
+            row.hasChoices = true;
+            for (std::size_t i = 0; i < bits.pixels.size(); ++i)
+                row.choices[i] = !bits.inside[i] ? Choice::Nothing : bits.pixels[i] ? Choice::Foreground : notMasked_;
+        }
+
+        static void Take(Row& row, const Samples::Line& line)
+        {
+            std::copy(line.pixels.begin(), line.pixels.end(), row.source);
+            if (line.whole)
+                return;
+            row.hasChoices = true;
+            for (std::size_t i = 0; i < line.inside.size(); ++i)
+                if (!line.inside[i])
+                    row.choices[i] = Choice::Nothing;
+        }
+
+        Samples *source_, *mask_;
+        Choice notMasked_; // where the mask is 0
+    };
 
 } // namespace
 

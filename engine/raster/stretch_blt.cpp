@@ -1,4 +1,4 @@
-// EngStretchBlt, EngStretchBltROP and EngTransparentBlt.
+// EngStretchBlt, EngStretchBltROP and EngTransparentBlt. All modes of stretching are drawn as COLORONCOLOR.
 
 #include "engine/raster/hook_call.h"
 #include "engine/raster/rectangles.h"
@@ -67,9 +67,9 @@ BOOL APIENTRY EngStretchBlt(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoMask,
         return FALSE;
     if (!prclDest || !prclSrc)
         return Refuse("EngStretchBlt", "null rectangle");
-    if (const auto answer
-        = AskHook<PFN_DrvStretchBlt>("EngStretchBlt", psoDest, HOOK_STRETCHBLT, INDEX_DrvStretchBlt, psoDest, psoSrc,
-                                     psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode))
+    if (const auto answer =
+            AskHook<PFN_DrvStretchBlt>("EngStretchBlt", psoDest, HOOK_STRETCHBLT, INDEX_DrvStretchBlt, psoDest, psoSrc,
+                                       psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode))
         return *answer;
     const Stretch stretch = {.service = "EngStretchBlt",
                              .psoDest = psoDest,
@@ -93,9 +93,9 @@ BOOL APIENTRY EngStretchBltROP(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoMa
     const bool samples = UsesSource(rop4) || psoMask;
     if (!prclDest || (samples && !prclSrc))
         return Refuse("EngStretchBltROP", "null rectangle");
-    if (const auto answer = AskHook<PFN_DrvStretchBltROP>("EngStretchBltROP", psoDest, HOOK_STRETCHBLTROP,
-                                                          INDEX_DrvStretchBltROP, psoDest, psoSrc, psoMask, pco, pxlo,
-                                                          pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode, pbo, rop4))
+    if (const auto answer = AskHook<PFN_DrvStretchBltROP>(
+            "EngStretchBltROP", psoDest, HOOK_STRETCHBLTROP, INDEX_DrvStretchBltROP, psoDest, psoSrc, psoMask, pco,
+            pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode, pbo, rop4))
         return *answer;
     const Stretch stretch = {.service = "EngStretchBltROP",
                              .psoDest = psoDest,
@@ -117,9 +117,9 @@ BOOL APIENTRY EngTransparentBlt(SURFOBJ* psoDst, SURFOBJ* psoSrc, CLIPOBJ* pco, 
         return FALSE;
     if (!prclDst || !prclSrc)
         return Refuse("EngTransparentBlt", "null rectangle");
-    if (const auto answer = AskHook<PFN_DrvTransparentBlt>("EngTransparentBlt", psoDst, HOOK_TRANSPARENTBLT,
-                                                           INDEX_DrvTransparentBlt, psoDst, psoSrc, pco, pxlo, prclDst,
-                                                           prclSrc, iTransColor, ulReserved))
+    if (const auto answer =
+            AskHook<PFN_DrvTransparentBlt>("EngTransparentBlt", psoDst, HOOK_TRANSPARENTBLT, INDEX_DrvTransparentBlt,
+                                           psoDst, psoSrc, pco, pxlo, prclDst, prclSrc, iTransColor, ulReserved))
         return *answer;
     const Translator translator(pxlo);
     if (!translator.IsKnown())

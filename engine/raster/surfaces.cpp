@@ -8,30 +8,32 @@
 namespace engine::raster {
 namespace {
 
-// The part of a surface without bits as a bitmap of its own; null where the driver does not copy it.
-TemporaryBitmap ReadManaged(Surface& surface, const RECTL& area)
-{
-    const SIZEL size = {area.right - area.left, area.bottom - area.top};
-    TemporaryBitmap bitmap(MakeBitmap(size, surface.layout));
-    RECTL whole = {0, 0, size.cx, size.cy};
-    POINTL from = {area.left, area.top};
-    if (!bitmap || !CallCopyBits(bitmap.get(), &surface, nullptr, nullptr, &whole, &from))
-        return nullptr;
-    return bitmap;
-}
+    // The part of a surface without bits as a bitmap of its own; null where the driver does not copy it.
+    TemporaryBitmap ReadManaged(Surface& surface, const RECTL& area)
+    {
+        const SIZEL size = {area.right - area.left, area.bottom - area.top};
+        TemporaryBitmap bitmap(MakeBitmap(size, surface.layout));
+        RECTL whole = {0, 0, size.cx, size.cy};
+        POINTL from = {area.left, area.top};
+        if (!bitmap || !CallCopyBits(bitmap.get(), &surface, nullptr, nullptr, &whole, &from))
+            return nullptr;
+        return bitmap;
+    }
 
-// The bits of a part of a surface, `temporary` where it has none itself.
-Bitmap BitsOf(Surface& surface, const RECTL& wanted, TemporaryBitmap& temporary)
-{
-    const RECTL area = Intersection(wanted, surface.Bounds());
-    Bitmap bitmap;
-    if (HasBits(&surface))
-        bitmap = Bitmap::Of(surface);
-    else if (!IsEmpty(area) && (temporary = ReadManaged(surface, area)) != nullptr)
-        bitmap = Bitmap::Of(*temporary, {area.left, area.top});
-    bitmap.area = area;
-    return bitmap;
-}
+    // The bits of a part of a surface, `temporary` where it has none itself.
+    Bitmap BitsOf(Surface& surface, const RECTL& wanted, TemporaryBitmap& temporary)
+    {
+        const RECTL area = Intersection(wanted, surface.Bounds());
+        Bitmap bitmap;
+        if (IsEmpty(area))
+            return bitmap;
+        if (HasBits(&surface))
+            bitmap = Bitmap::Of(surface);
+        else if ((temporary = ReadManaged(surface, area)) != nullptr)
+            bitmap = Bitmap::Of(*temporary, {area.left, area.top});
+        bitmap.area = area;
+        return bitmap;
+    }
 
 } // namespace
 

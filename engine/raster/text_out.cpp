@@ -175,9 +175,8 @@ extern "C" BOOL APIENTRY EngTextOut(SURFOBJ* pso, STROBJ* pstro, FONTOBJ* pfo, C
     Surface* const surface = Given("EngTextOut", pso, "target");
     if (!surface)
         return FALSE;
-    if (const auto answer
-        = AskHook<PFN_DrvTextOut>("EngTextOut", pso, HOOK_TEXTOUT, INDEX_DrvTextOut, pso, pstro, pfo, pco, prclExtra,
-                                  prclOpaque, pboFore, pboOpaque, pptlOrg, mix))
+    if (const auto answer = AskHook<PFN_DrvTextOut>("EngTextOut", pso, HOOK_TEXTOUT, INDEX_DrvTextOut, pso, pstro, pfo,
+                                                    pco, prclExtra, prclOpaque, pboFore, pboOpaque, pptlOrg, mix))
         return *answer;
     return DrawText(*surface, pstro, pco, prclExtra, prclOpaque, pboFore, pboOpaque, PointOrOrigin(pptlOrg), mix);
 }

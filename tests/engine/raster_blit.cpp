@@ -89,8 +89,7 @@ TEST_F(Blits, TwoBitmapsMayShareTheirMemory)
 {
     BYTE bits[8] = {1, 2, 3, 4, 5, 6, 7, 8};
     const auto lock = [&](LONG width, BYTE* first) {
-        return EngLockSurface(
-            reinterpret_cast<HSURF>(EngCreateBitmap({width, 1}, 8, BMF_8BPP, BMF_TOPDOWN, first)));
+        return EngLockSurface(reinterpret_cast<HSURF>(EngCreateBitmap({width, 1}, 8, BMF_8BPP, BMF_TOPDOWN, first)));
     };
     SURFOBJ* const whole = lock(8, bits);
     SURFOBJ* const behind = lock(6, bits + 2);
@@ -127,8 +126,8 @@ TEST_F(Blits, ASourceOutsideOfItsSurfaceIsRefusedWithNothingDrawn)
     Surface* const target = Picture({"55"});
     RECTL all = {0, 0, 2, 1};
     POINTL from = {1, 0};
-    EXPECT_FALSE(EngBitBlt(target, Picture({"##"}), nullptr, nullptr, nullptr, &all, &from, nullptr, nullptr, nullptr,
-                           0x8888));
+    EXPECT_FALSE(
+        EngBitBlt(target, Picture({"##"}), nullptr, nullptr, nullptr, &all, &from, nullptr, nullptr, nullptr, 0x8888));
     EXPECT_PICTURE(target, "55");
     ExpectViolation("EngBitBlt: source outside of the surface");
 }

@@ -15,8 +15,8 @@ Bytes FirstBytes(const Surface* surface, LONG row, std::size_t count)
 void Paint(Surface* target, RECTL rectangle, ULONG pixel)
 {
     Brush brush = Brush::Solid(pixel);
-    ASSERT_TRUE(EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &rectangle, nullptr, nullptr, &brush, nullptr,
-                          0xF0F0));
+    ASSERT_TRUE(
+        EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &rectangle, nullptr, nullptr, &brush, nullptr, 0xF0F0));
 }
 
 void Copy(Surface* target, Surface* source, XLATEOBJ* pxlo, RECTL rectangle, POINTL from)

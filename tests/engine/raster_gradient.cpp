@@ -32,8 +32,8 @@ Values RowOf(const Surface* surface, LONG y)
 TEST_F(Gradients, AHorizontalOneStepsFromLeftToRight)
 {
     Surface* const target = Blank(6, 2);
-    EXPECT_TRUE(Fill(target, {Vertex(1, 0, 0, 0xFF00, 0x1000), Vertex(5, 1, 0x8000, 0xFF00, 0)}, {0, 1},
-                     GRADIENT_FILL_RECT_H));
+    EXPECT_TRUE(
+        Fill(target, {Vertex(1, 0, 0, 0xFF00, 0x1000), Vertex(5, 1, 0x8000, 0xFF00, 0)}, {0, 1}, GRADIENT_FILL_RECT_H));
     EXPECT_EQ(RowOf(target, 0), (Values{0, 0x00FF10, 0x20FF0C, 0x40FF08, 0x60FF04, 0}));
     EXPECT_EQ(RowOf(target, 1), (Values{0, 0, 0, 0, 0, 0}));
 }
@@ -61,8 +61,8 @@ TEST_F(Gradients, ATriangleIsThePlaneThroughItsCorners)
 {
     Surface* const target = Blank(4, 4);
     // Red grows by 10 (hex) with each pixel to the right and by 20 with each row.
-    EXPECT_TRUE(Fill(target, {Vertex(0, 0, 0), Vertex(4, 0, 0x4000), Vertex(0, 4, 0x8000)}, {2, 0, 1},
-                     GRADIENT_FILL_TRIANGLE));
+    EXPECT_TRUE(
+        Fill(target, {Vertex(0, 0, 0), Vertex(4, 0, 0x4000), Vertex(0, 4, 0x8000)}, {2, 0, 1}, GRADIENT_FILL_TRIANGLE));
     EXPECT_EQ(RowOf(target, 0), (Values{0, 0x100000, 0x200000, 0x300000}));
     EXPECT_EQ(RowOf(target, 1), (Values{0x200000, 0x300000, 0x400000, 0}));
     EXPECT_EQ(RowOf(target, 2), (Values{0x400000, 0x500000, 0, 0}));
@@ -82,8 +82,8 @@ TEST_F(Gradients, AreClippedAndCutToTheirExtents)
 {
     Surface* const target = Blank(6, 1);
     ClipObject clip(std::vector<RECTL>{{0, 0, 2, 1}, {3, 0, 6, 1}});
-    EXPECT_TRUE(Fill(target, {Vertex(0, 0, 0x0100), Vertex(6, 1, 0x0100)}, {0, 1}, GRADIENT_FILL_RECT_H, &clip,
-                     {1, 0, 5, 1}));
+    EXPECT_TRUE(
+        Fill(target, {Vertex(0, 0, 0x0100), Vertex(6, 1, 0x0100)}, {0, 1}, GRADIENT_FILL_RECT_H, &clip, {1, 0, 5, 1}));
     EXPECT_EQ(RowOf(target, 0), (Values{0, 0x010000, 0, 0x010000, 0x010000, 0}));
 }
 
@@ -93,7 +93,8 @@ TEST_F(Gradients, OtherFormatsTakeTheirNearestColour)
     EXPECT_TRUE(Fill(sixteen, {Vertex(0, 0, 0, 0xFF00), Vertex(4, 1, 0x8000, 0xFF00)}, {0, 1}, GRADIENT_FILL_RECT_H));
     EXPECT_EQ(RowOf(sixteen, 0), (Values{0x07E0, 0x27E0, 0x47E0, 0x67E0})); // red 0, 4, 8, 12
     Surface* const bits = Blank(4, 1, BMF_1BPP);
-    EXPECT_TRUE(Fill(bits, {Vertex(0, 0, 0, 0, 0), Vertex(4, 1, 0xFF00, 0xFF00, 0xFF00)}, {0, 1}, GRADIENT_FILL_RECT_H));
+    EXPECT_TRUE(
+        Fill(bits, {Vertex(0, 0, 0, 0, 0), Vertex(4, 1, 0xFF00, 0xFF00, 0xFF00)}, {0, 1}, GRADIENT_FILL_RECT_H));
     EXPECT_PICTURE(bits, "...#"); // 00, 3F, 7F, BF; 7F is nearer to black
 }
 
@@ -102,8 +103,9 @@ TEST_F(Gradients, ReachBeyondTheSurface)
     Surface* const target = Blank(2, 1);
     EXPECT_TRUE(Fill(target, {Vertex(INT32_MIN, 0, 0), Vertex(INT32_MAX, 1, 0xFFFF)}, {0, 1}, GRADIENT_FILL_RECT_H));
     EXPECT_EQ(RowOf(target, 0), (Values{0x7F0000, 0x7F0000})); // the middle
-    EXPECT_TRUE(Fill(target, {Vertex(-0x40000000, -0x40000000, 0xFFFF), Vertex(0x7FFFFFFF, -0x40000000, 0xFFFF),
-                              Vertex(-0x40000000, 0x7FFFFFFF, 0xFFFF)},
+    EXPECT_TRUE(Fill(target,
+                     {Vertex(-0x40000000, -0x40000000, 0xFFFF), Vertex(0x7FFFFFFF, -0x40000000, 0xFFFF),
+                      Vertex(-0x40000000, 0x7FFFFFFF, 0xFFFF)},
                      {0, 1, 2}, GRADIENT_FILL_TRIANGLE));
     EXPECT_EQ(RowOf(target, 0), (Values{0xFF0000, 0xFF0000}));
 }

@@ -137,10 +137,8 @@ TEST_F(CosmeticLines, LightThePixelsWhoseDiamondsTheyLeave)
     const Case cases[] = {
         {0.25, 3.75, "####.."}, // starts in the diamond of 0, ends in that of 4
         {0.5, 3.5, ".###.."}, // both ends between diamonds
-        {3.5, 0.5, ".###.."},
-        {3.25, 0.75, "..##.."}, // from the diamond of 3 into that of 1
-        {0.25, 0.75, "#....."},
-        {0.6875, 1.3125, "......"}, // within the diamond of 1
+        {3.5, 0.5, ".###.."},   {3.25, 0.75, "..##.."}, // from the diamond of 3 into that of 1
+        {0.25, 0.75, "#....."}, {0.6875, 1.3125, "......"}, // within the diamond of 1
     };
     for (const Case& test : cases) {
         Surface* const across = Blank(6, 1);

@@ -121,8 +121,7 @@ BOOL APIENTRY TransparentBlt(SURFOBJ* to, SURFOBJ* from, CLIPOBJ* pco, XLATEOBJ*
     return EngTransparentBlt(Behind(to), Behind(from), pco, pxlo, prclTo, prclFrom, colour, reserved);
 }
 
-template <class Function>
-constexpr DRVFN Entry(ULONG index, Function function)
+template<class Function> constexpr DRVFN Entry(ULONG index, Function function)
 {
     return {index, reinterpret_cast<PFN>(function)};
 }
@@ -203,21 +202,24 @@ Path Diamond()
 }
 
 const ServiceCase services[] = {
-    {"CopyBits", HOOK_COPYBITS,
+    {"CopyBits",
+     HOOK_COPYBITS,
      [](SURFOBJ* target) {
          EXPECT_TRUE(EngCopyBits(target, Picture({"#234", "6789"}), nullptr, nullptr, &middle, &origin));
      },
      {"CopyBits to"},
      {"555555", "5#2345", "567895", "555555"}},
-    {"BitBlt", HOOK_BITBLT,
+    {"BitBlt",
+     HOOK_BITBLT,
      [](SURFOBJ* target) {
          Brush brush = Brush::Solid(6);
-         EXPECT_TRUE(EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &middle, nullptr, nullptr, &brush, nullptr,
-                               0x5A5A));
+         EXPECT_TRUE(
+             EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &middle, nullptr, nullptr, &brush, nullptr, 0x5A5A));
      },
      {"CopyBits from", "CopyBits to"},
      {"555555", "533335", "533335", "555555"}},
-    {"Paint", HOOK_PAINT,
+    {"Paint",
+     HOOK_PAINT,
      [](SURFOBJ* target) {
          Brush brush = Brush::Solid(6);
          ClipObject clip(middle);
@@ -225,7 +227,8 @@ const ServiceCase services[] = {
      },
      {"Paint"},
      {"555555", "566665", "566665", "555555"}},
-    {"StretchBlt", HOOK_STRETCHBLT,
+    {"StretchBlt",
+     HOOK_STRETCHBLT,
      [](SURFOBJ* target) {
          RECTL from = {0, 0, 2, 1};
          EXPECT_TRUE(EngStretchBlt(target, Picture({"67"}), nullptr, nullptr, nullptr, nullptr, nullptr, &middle, &from,
@@ -233,7 +236,8 @@ const ServiceCase services[] = {
      },
      {"CopyBits from", "CopyBits to"},
      {"555555", "566775", "566775", "555555"}},
-    {"StretchBltROP", HOOK_STRETCHBLTROP,
+    {"StretchBltROP",
+     HOOK_STRETCHBLTROP,
      [](SURFOBJ* target) {
          RECTL from = {0, 0, 2, 1};
          EXPECT_TRUE(EngStretchBltROP(target, Picture({"67"}), nullptr, nullptr, nullptr, nullptr, nullptr, &middle,
@@ -241,7 +245,8 @@ const ServiceCase services[] = {
      },
      {"CopyBits from", "CopyBits to"},
      {"555555", "533225", "533225", "555555"}},
-    {"PlgBlt", HOOK_PLGBLT,
+    {"PlgBlt",
+     HOOK_PLGBLT,
      [](SURFOBJ* target) {
          POINTFIX corners[] = {{5 * 16, 16}, {16, 16}, {5 * 16, 3 * 16}};
          RECTL from = {0, 0, 4, 2};
@@ -250,14 +255,16 @@ const ServiceCase services[] = {
      },
      {"CopyBits from", "CopyBits to"},
      {"555555", "5432#5", "598765", "555555"}},
-    {"TransparentBlt", HOOK_TRANSPARENTBLT,
+    {"TransparentBlt",
+     HOOK_TRANSPARENTBLT,
      [](SURFOBJ* target) {
          RECTL from = {0, 0, 4, 2};
          EXPECT_TRUE(EngTransparentBlt(target, Picture({"#2#4", "6#8#"}), nullptr, nullptr, &middle, &from, 1, 0));
      },
      {"CopyBits from", "CopyBits to"},
      {"555555", "552545", "565855", "555555"}},
-    {"AlphaBlend", HOOK_ALPHABLEND,
+    {"AlphaBlend",
+     HOOK_ALPHABLEND,
      [](SURFOBJ* target) {
          RECTL from = {0, 0, 4, 2};
          BLENDOBJ blend = {{AC_SRC_OVER, 0, 51, 0}}; // a fifth
@@ -265,23 +272,26 @@ const ServiceCase services[] = {
      },
      {"CopyBits from", "CopyBits to"},
      {"555555", "544bb5", "544bb5", "555555"}},
-    {"GradientFill", HOOK_GRADIENTFILL,
+    {"GradientFill",
+     HOOK_GRADIENTFILL,
      [](SURFOBJ* target) {
          TRIVERTEX vertices[] = {{1, 1, 0, 0, 0x600, 0}, {5, 3, 0, 0, 0xA00, 0}};
          ULONG mesh[] = {0, 1};
-         EXPECT_TRUE(EngGradientFill(target, nullptr, nullptr, vertices, 2, mesh, 1, &middle, nullptr,
-                                     GRADIENT_FILL_RECT_H));
+         EXPECT_TRUE(
+             EngGradientFill(target, nullptr, nullptr, vertices, 2, mesh, 1, &middle, nullptr, GRADIENT_FILL_RECT_H));
      },
      {"CopyBits from", "CopyBits to"},
      {"555555", "567895", "567895", "555555"}},
-    {"LineTo", HOOK_LINETO,
+    {"LineTo",
+     HOOK_LINETO,
      [](SURFOBJ* target) {
          Brush brush = Brush::Solid(6);
          EXPECT_TRUE(EngLineTo(target, nullptr, &brush, 0, 0, 5, 2, &middle, CopyPen));
      },
      {"Paint complex"},
      {"665555", "556655", "555565", "555555"}},
-    {"StrokePath", HOOK_STROKEPATH,
+    {"StrokePath",
+     HOOK_STROKEPATH,
      [](SURFOBJ* target) {
          Brush brush = Brush::Solid(6);
          Path path = Diamond();
@@ -290,7 +300,8 @@ const ServiceCase services[] = {
      },
      {"Paint complex", "Paint complex", "Paint", "Paint complex"}, // one visible pixel of the third side
      {"556555", "565655", "655565", "565655"}},
-    {"FillPath", HOOK_FILLPATH,
+    {"FillPath",
+     HOOK_FILLPATH,
      [](SURFOBJ* target) {
          Brush brush = Brush::Solid(6);
          Path path = Diamond();
@@ -298,17 +309,19 @@ const ServiceCase services[] = {
      },
      {"Paint complex"},
      {"555555", "566555", "666655", "566555"}},
-    {"StrokeAndFillPath", HOOK_STROKEANDFILLPATH,
+    {"StrokeAndFillPath",
+     HOOK_STROKEANDFILLPATH,
      [](SURFOBJ* target) {
          Brush stroke = Brush::Solid(6), fill = Brush::Solid(7);
          Path path = Diamond();
          LINEATTRS attributes = {};
-         EXPECT_TRUE(EngStrokeAndFillPath(target, &path, nullptr, nullptr, &stroke, &attributes, &fill, nullptr, CopyPen,
-                                          FP_ALTERNATEMODE));
+         EXPECT_TRUE(EngStrokeAndFillPath(target, &path, nullptr, nullptr, &stroke, &attributes, &fill, nullptr,
+                                          CopyPen, FP_ALTERNATEMODE));
      },
      {"Paint complex", "Paint complex", "Paint complex", "Paint", "Paint complex"},
      {"556555", "567655", "677765", "567655"}},
-    {"TextOut", HOOK_TEXTOUT,
+    {"TextOut",
+     HOOK_TEXTOUT,
      [](SURFOBJ* target) {
          Brush fore = Brush::Solid(6), back = Brush::Solid(7);
          Text text;
@@ -395,7 +408,8 @@ TEST_F(Managed, ASourceWithoutBitsIsCopiedFirst)
     RECTL all = {0, 0, 4, 2};
     POINTL from = {1, 0};
     RECTL right = {0, 0, 3, 2};
-    EXPECT_TRUE(EngBitBlt(target, surface, nullptr, nullptr, nullptr, &right, &from, nullptr, nullptr, nullptr, 0xCCCC));
+    EXPECT_TRUE(
+        EngBitBlt(target, surface, nullptr, nullptr, nullptr, &right, &from, nullptr, nullptr, nullptr, 0xCCCC));
     EXPECT_PICTURE(target, "234.", "789.");
     RECTL mirrored = {4, 0, 0, 2};
     EXPECT_TRUE(EngStretchBlt(target, surface, nullptr, nullptr, nullptr, nullptr, nullptr, &mirrored, &all, nullptr,

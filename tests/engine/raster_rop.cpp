@@ -160,9 +160,12 @@ TEST_F(Rop, AnOperationThatNeedsWhatIsMissingIsAViolation)
 {
     Surface* const target = Picture({"5"});
     RECTL all = {0, 0, 1, 1};
-    EXPECT_FALSE(EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &all, nullptr, nullptr, nullptr, nullptr, 0xF0F0));
-    EXPECT_FALSE(EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &all, nullptr, nullptr, nullptr, nullptr, 0xCCCC));
-    EXPECT_TRUE(EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &all, nullptr, nullptr, nullptr, nullptr, 0x5555));
+    EXPECT_FALSE(
+        EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &all, nullptr, nullptr, nullptr, nullptr, 0xF0F0));
+    EXPECT_FALSE(
+        EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &all, nullptr, nullptr, nullptr, nullptr, 0xCCCC));
+    EXPECT_TRUE(
+        EngBitBlt(target, nullptr, nullptr, nullptr, nullptr, &all, nullptr, nullptr, nullptr, nullptr, 0x5555));
     EXPECT_EQ(target->Pixel(0, 0), 0xFFFFFFFAu);
     ExpectViolation("EngBitBlt: null brush");
     ExpectViolation("EngBitBlt: null source");

@@ -138,7 +138,8 @@ TEST_F(TextTest, BrushesArePatternsFromTheGivenOrigin)
     RECTL opaque = {0, 0, 4, 3};
     POINTL origin = {1, 0};
     Surface* const target = Blank(4, 3);
-    EXPECT_TRUE(EngTextOut(target, &text, &font, nullptr, nullptr, &opaque, &foreground, &background, &origin, CopyPen));
+    EXPECT_TRUE(
+        EngTextOut(target, &text, &font, nullptr, nullptr, &opaque, &foreground, &background, &origin, CopyPen));
     EXPECT_PICTURE(target, "4345", "4545", "4345");
 }
 
