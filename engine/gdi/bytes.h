@@ -42,15 +42,13 @@ public:
     Bytes From(std::size_t offset) const { return offset > data_.size() ? Bytes() : data_.subspan(offset); }
 
     // A number or a plain structure laid out as in the file.
-    template<class T>
-    T Get(std::size_t offset) const
+    template<class T> T Get(std::size_t offset) const
     {
         T value;
         std::memcpy(&value, Part(offset, sizeof(T)).Data(), sizeof(T));
         return value;
     }
-    template<class T>
-    std::vector<T> List(std::size_t offset, std::size_t count) const
+    template<class T> std::vector<T> List(std::size_t offset, std::size_t count) const
     {
         if (count > data_.size() / sizeof(T))
             throw DamagedData("too short");

@@ -102,7 +102,8 @@ DeviceContext::DeviceContext(const DrawingTarget& target, const Transform& base,
     now_.brush = std::get<LogicalBrush>(StockObject(0));
     now_.font = std::get<LOGFONTW>(StockObject(13));
     now_.palette = std::make_shared<LogicalPalette>(DefaultPalette());
-    target_.visible = Intersection(target_.visible, {0, 0, target.surface->sizlBitmap.cx, target.surface->sizlBitmap.cy});
+    target_.visible =
+        Intersection(target_.visible, {0, 0, target.surface->sizlBitmap.cx, target.surface->sizlBitmap.cy});
     UpdateVisible();
     UpdateOrigin();
 }
@@ -198,8 +199,9 @@ std::optional<Brush> DeviceContext::Realize(const LogicalBrush& brush)
     case LogicalBrush::Kind::Hatched:
         if (brush.HasLines())
             return Brush::Hatch(brush.hatch, Pixel(brush.colour), Pixel(now_.backColour));
-        return Brush::Solid(Pixel(brush.hatch < HS_SOLIDTEXTCLR ? brush.colour
-                                      : brush.hatch < HS_SOLIDBKCLR ? now_.textColour : now_.backColour));
+        return Brush::Solid(Pixel(brush.hatch < HS_SOLIDTEXTCLR     ? brush.colour
+                                      : brush.hatch < HS_SOLIDBKCLR ? now_.textColour
+                                                                    : now_.backColour));
     case LogicalBrush::Kind::Pattern:
         return Brush::Pattern(RealizePattern(brush).Pixels());
     default:

@@ -58,7 +58,8 @@ namespace {
             throw DamagedData("bitmap of an unknown depth");
         if (header.compression > BI_BITFIELDS)
             throw DamagedData("bitmap of an unknown compression");
-        if (header.IsRunLength() && (header.topDown || header.bitsPerPixel != (header.compression == BI_RLE8 ? 8u : 4u)))
+        if (header.IsRunLength()
+            && (header.topDown || header.bitsPerPixel != (header.compression == BI_RLE8 ? 8u : 4u)))
             throw DamagedData("run lengths of a wrong depth or direction");
         if (header.compression == BI_BITFIELDS && header.bitsPerPixel != 16 && header.bitsPerPixel != 32)
             throw DamagedData("colour masks at a wrong depth");
@@ -112,11 +113,14 @@ namespace {
     // Masks stand behind the plain header or are a part of the longer ones: the same place.
     PixelLayout LayoutFromMasks(const Dib& dib, const Header& header)
     {
-        const PixelLayout layout = {FormatOf(header.bitsPerPixel), dib.info.Get<ULONG>(InfoHeaderSize),
-                                    dib.info.Get<ULONG>(InfoHeaderSize + 4), dib.info.Get<ULONG>(InfoHeaderSize + 8), {}};
+        PixelLayout layout = {FormatOf(header.bitsPerPixel),
+                              dib.info.Get<ULONG>(InfoHeaderSize),
+                              dib.info.Get<ULONG>(InfoHeaderSize + 4),
+                              dib.info.Get<ULONG>(InfoHeaderSize + 8),
+                              {}};
         const ULONG all = layout.redMask | layout.greenMask | layout.blueMask;
-        const bool apart = (layout.redMask & layout.greenMask) == 0
-            && ((layout.redMask | layout.greenMask) & layout.blueMask) == 0;
+        const bool apart =
+            (layout.redMask & layout.greenMask) == 0 && ((layout.redMask | layout.greenMask) & layout.blueMask) == 0;
         const bool fits = header.bitsPerPixel == 32 || all <= 0xFFFF;
         if (!IsContiguous(layout.redMask) || !IsContiguous(layout.greenMask) || !IsContiguous(layout.blueMask) || !apart
             || !fits)

@@ -44,11 +44,25 @@ namespace {
         Family family;
     };
     constexpr FaceStart Faces[] = {
-        {u"arial narrow", NarrowSans}, {u"arial", Sans},          {u"helv", Sans},           {u"liberation sans narrow", NarrowSans},
-        {u"liberation sans", Sans},    {u"ms sans serif", Sans},  {u"ms shell dlg", Sans},   {u"microsoft sans", Sans},
-        {u"system", Sans},             {u"tms rmn", Serif},       {u"times", Serif},         {u"liberation serif", Serif},
-        {u"ms serif", Serif},          {u"courier", Mono},        {u"liberation mono", Mono}, {u"terminal", Mono},
-        {u"fixedsys", Mono},           {u"dejavu serif", OtherSerif}, {u"dejavu sans mono", OtherMono},
+        {u"arial narrow", NarrowSans},
+        {u"arial", Sans},
+        {u"helv", Sans},
+        {u"liberation sans narrow", NarrowSans},
+        {u"liberation sans", Sans},
+        {u"ms sans serif", Sans},
+        {u"ms shell dlg", Sans},
+        {u"microsoft sans", Sans},
+        {u"system", Sans},
+        {u"tms rmn", Serif},
+        {u"times", Serif},
+        {u"liberation serif", Serif},
+        {u"ms serif", Serif},
+        {u"courier", Mono},
+        {u"liberation mono", Mono},
+        {u"terminal", Mono},
+        {u"fixedsys", Mono},
+        {u"dejavu serif", OtherSerif},
+        {u"dejavu sans mono", OtherMono},
     };
 
     std::u16string_view FaceName(const LOGFONTW& font)
@@ -129,17 +143,21 @@ RealizedFont::RealizedFont(const FontFile& file, const LOGFONTW& font, bool slan
 {
     const IFIMETRICS& metrics = file.Metrics();
     const double height = font.lfHeight == 0 ? DefaultHeight : std::fabs(static_cast<double>(font.lfHeight));
-    const LONG unitsOfHeight = font.lfHeight < 0 ? metrics.fwdUnitsPerEm
-                                                 : metrics.fwdWinAscender + metrics.fwdWinDescender;
+    const LONG unitsOfHeight =
+        font.lfHeight < 0 ? metrics.fwdUnitsPerEm : metrics.fwdWinAscender + metrics.fwdWinDescender;
     unitHeight_ = height / std::max<LONG>(unitsOfHeight, 1);
-    unitWidth_ = font.lfWidth == 0 ? unitHeight_
-                                   : std::fabs(static_cast<double>(font.lfWidth))
-            / std::max<LONG>(metrics.fwdAveCharWidth, 1);
+    unitWidth_ = font.lfWidth == 0
+        ? unitHeight_
+        : std::fabs(static_cast<double>(font.lfWidth)) / std::max<LONG>(metrics.fwdAveCharWidth, 1);
     const double pixelHeight = unitHeight_ * std::hypot(scale.down.x, scale.down.y);
     const double pixelWidth = unitWidth_ * std::hypot(scale.along.x, scale.along.y);
     pixelsPerEm_ = std::max(pixelHeight, pixelWidth) * metrics.fwdUnitsPerEm;
-    toDevice_ = {scale.along.x * unitWidth_, scale.along.y * unitWidth_, -scale.down.x * unitHeight_,
-                 -scale.down.y * unitHeight_, 0, 0};
+    toDevice_ = {scale.along.x * unitWidth_,
+                 scale.along.y * unitWidth_,
+                 -scale.down.x * unitHeight_,
+                 -scale.down.y * unitHeight_,
+                 0,
+                 0};
     if (slanted) {
         constexpr double slant = 0.2;
         toDevice_ = Transform{1, 0, slant, 1, 0, 0}.Then(toDevice_);
@@ -191,7 +209,7 @@ void RealizedFont::AddOutline(ULONG glyph, PointD position, Outline& outline) co
 double RealizedFont::UnderlineTop() const
 {
     const IFIMETRICS& metrics = file_.Metrics();
-    return (-metrics.fwdUnderscorePosition - metrics.fwdUnderscoreSize / 2) * unitHeight_;
+    return (-metrics.fwdUnderscorePosition - metrics.fwdUnderscoreSize / 2.0) * unitHeight_;
 }
 
 bool RealizedFont::IsFixedPitch() const

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <fstream>
 #include <iterator>
+#include <string_view>
 
 #include "engine/gdi/outline.h"
 
@@ -12,7 +13,9 @@
 #pragma GCC diagnostic ignored "-Wunused-parameter"
 #pragma GCC diagnostic ignored "-Wunused-but-set-variable"
 #pragma GCC diagnostic ignored "-Wsign-compare"
+#ifndef __clang_analyzer__ // which would look into it
 #define STB_TRUETYPE_IMPLEMENTATION
+#endif
 #define STBTT_STATIC
 // The newer one takes for granted that floats are not kept in wider registers.
 #define STBTT_RASTERIZER_VERSION 1
@@ -52,7 +55,8 @@ namespace {
     {
         const PointD moved = transform.Apply({static_cast<double>(x), static_cast<double>(y)});
         const auto steps = [](double pixels) {
-            return static_cast<stbtt_vertex_type>(std::clamp(std::floor(pixels * StepsPerPixel + 0.5), -32000.0, 32000.0));
+            return static_cast<stbtt_vertex_type>(
+                std::clamp(std::floor(pixels * StepsPerPixel + 0.5), -32000.0, 32000.0));
         };
         x = steps(moved.x);
         y = steps(moved.y);
@@ -77,44 +81,54 @@ namespace {
     // Without the empty rows and columns around the black pixels.
     GlyphBitmap Threshold(const std::vector<BYTE>& coverage, SIZEL size, POINTL origin, int black)
     {
-        const auto isBlack = [&](LONG x, LONG y) { return coverage[static_cast<std::size_t>(y * size.cx + x)] > black; };
+        const auto isBlack = [&](LONG x, LONG y) {
+            return coverage[static_cast<std::size_t>(y * size.cx + x)] > black;
+        };
         RECTL box = {};
         for (LONG y = 0; y < size.cy; ++y)
             for (LONG x = 0; x < size.cx; ++x)
                 if (isBlack(x, y))
                     box = Around(box, {x, y, x + 1, y + 1});
-        GlyphBitmap bitmap = {{origin.x + box.left, origin.y + box.top},
-                              {box.right - box.left, box.bottom - box.top}, {}};
+        GlyphBitmap bitmap = {
+            {origin.x + box.left, origin.y + box.top}, {box.right - box.left, box.bottom - box.top}, {}};
         const LONG rowBytes = (bitmap.size.cx + 7) / 8;
         bitmap.bits.resize(static_cast<std::size_t>(rowBytes * bitmap.size.cy));
         for (LONG y = box.top; y < box.bottom; ++y)
             for (LONG x = box.left; x < box.right; ++x)
                 if (isBlack(x, y))
-                    bitmap.bits[static_cast<std::size_t>((y - box.top) * rowBytes + (x - box.left) / 8)]
-                        |= static_cast<BYTE>(0x80 >> ((x - box.left) & 7));
+                    bitmap.bits[static_cast<std::size_t>((y - box.top) * rowBytes + (x - box.left) / 8)] |=
+                        static_cast<BYTE>(0x80 >> ((x - box.left) & 7));
         return bitmap;
     }
 
-    // Big-endian tables.
+    // A table of the file, in big-endian numbers.
     class Table {
     public:
-        Table(const std::vector<BYTE>& data, const stbtt_fontinfo& font, const char* tag)
+        Table(const std::vector<BYTE>& data, ULONG directory, std::string_view tag)
             : data_(data)
-            , start_(stbtt__find_table(const_cast<BYTE*>(data.data()), static_cast<stbtt_uint32>(font.fontstart), tag))
         {
+            constexpr std::size_t headSize = 12, entrySize = 16, offsetInEntry = 8;
+            const std::size_t entries = WordAt(directory + 4);
+            for (std::size_t at = directory + headSize; at + entrySize <= data.size(); at += entrySize) {
+                if (at >= directory + headSize + entries * entrySize)
+                    return;
+                if (std::equal(tag.begin(), tag.end(), data.begin() + static_cast<std::ptrdiff_t>(at)))
+                    start_ = std::size_t{WordAt(at + offsetInEntry)} << 16 | WordAt(at + offsetInEntry + 2);
+            }
         }
         bool Exists() const { return start_ != 0; }
-        USHORT Word(std::size_t offset) const
-        {
-            const std::size_t at = start_ + offset;
-            return at + 2 > data_.size() ? 0 : static_cast<USHORT>(data_[at] << 8 | data_[at + 1]);
-        }
+        USHORT Word(std::size_t offset) const { return WordAt(start_ + offset); }
         FWORD Signed(std::size_t offset) const { return static_cast<FWORD>(Word(offset)); }
         BYTE Byte(std::size_t offset) const { return start_ + offset < data_.size() ? data_[start_ + offset] : 0; }
 
     private:
+        USHORT WordAt(std::size_t at) const
+        {
+            return at + 2 > data_.size() ? 0 : static_cast<USHORT>(data_[at] << 8 | data_[at + 1]);
+        }
+
         const std::vector<BYTE>& data_;
-        std::size_t start_;
+        std::size_t start_ = 0;
     };
 
     constexpr ULONG FM_INFO_TECH_TRUETYPE = 0x1, FM_INFO_ARB_XFORMS = 0x10, FM_INFO_1BPP = 0x20;
@@ -124,11 +138,11 @@ namespace {
 
     void ReadWindowsTable(const Table& os2, IFIMETRICS& metrics)
     {
-        FWORD IFIMETRICS::* const words[] = {
-            &IFIMETRICS::fwdSubscriptXSize, &IFIMETRICS::fwdSubscriptYSize, &IFIMETRICS::fwdSubscriptXOffset,
-            &IFIMETRICS::fwdSubscriptYOffset, &IFIMETRICS::fwdSuperscriptXSize, &IFIMETRICS::fwdSuperscriptYSize,
-            &IFIMETRICS::fwdSuperscriptXOffset, &IFIMETRICS::fwdSuperscriptYOffset, &IFIMETRICS::fwdStrikeoutSize,
-            &IFIMETRICS::fwdStrikeoutPosition};
+        FWORD IFIMETRICS::*const words[] = {&IFIMETRICS::fwdSubscriptXSize,     &IFIMETRICS::fwdSubscriptYSize,
+                                            &IFIMETRICS::fwdSubscriptXOffset,   &IFIMETRICS::fwdSubscriptYOffset,
+                                            &IFIMETRICS::fwdSuperscriptXSize,   &IFIMETRICS::fwdSuperscriptYSize,
+                                            &IFIMETRICS::fwdSuperscriptXOffset, &IFIMETRICS::fwdSuperscriptYOffset,
+                                            &IFIMETRICS::fwdStrikeoutSize,      &IFIMETRICS::fwdStrikeoutPosition};
         for (std::size_t i = 0; i < std::size(words); ++i)
             metrics.*words[i] = os2.Signed(10 + 2 * i);
         metrics.usWinWeight = os2.Word(4);
@@ -141,10 +155,13 @@ namespace {
         metrics.fwdTypoLineGap = os2.Signed(72);
         metrics.fwdWinAscender = os2.Signed(74);
         metrics.fwdWinDescender = os2.Signed(76);
-        metrics.fwdXHeight = os2.Signed(86);
-        metrics.fwdCapHeight = os2.Signed(88);
-        metrics.wcDefaultChar = os2.Word(90);
-        metrics.wcBreakChar = os2.Word(92);
+        metrics.wcBreakChar = u' ';
+        if (os2.Word(0) >= 2) { // older tables end before
+            metrics.fwdXHeight = os2.Signed(86);
+            metrics.fwdCapHeight = os2.Signed(88);
+            metrics.wcDefaultChar = os2.Word(90);
+            metrics.wcBreakChar = os2.Word(92);
+        }
         auto* const panose = reinterpret_cast<BYTE*>(&metrics.panose);
         for (std::size_t i = 0; i < sizeof(PANOSE); ++i)
             panose[i] = os2.Byte(32 + i);
@@ -205,13 +222,18 @@ std::unique_ptr<FontFile> FontFile::Load(const std::string& path)
 
 bool FontFile::ReadMetrics()
 {
-    const stbtt_fontinfo& font = parsed_->font;
-    const Table os2(data_, font, "OS/2"), head(data_, font, "head"), hhea(data_, font, "hhea"), post(data_, font, "post");
+    const auto directory = static_cast<ULONG>(parsed_->font.fontstart);
+    const Table os2(data_, directory, "OS/2"), head(data_, directory, "head"), hhea(data_, directory, "hhea"),
+        post(data_, directory, "post");
     if (!os2.Exists() || !head.Exists() || !hhea.Exists() || !post.Exists())
         return false;
     ReadWindowsTable(os2, metrics_);
     ReadOtherTables(head, hhea, post, metrics_);
     metrics_.fwdAveCharWidth = AverageWidth();
+    if (metrics_.fwdXHeight == 0) {
+        metrics_.fwdXHeight = HeightOf(u'x');
+        metrics_.fwdCapHeight = HeightOf(u'H');
+    }
     metrics_.chFirstChar = AnsiOf(metrics_.wcFirstChar, 0x20);
     metrics_.chLastChar = AnsiOf(metrics_.wcLastChar, 0xFF);
     metrics_.chDefaultChar = AnsiOf(metrics_.wcDefaultChar, 0x1F);
@@ -222,13 +244,20 @@ bool FontFile::ReadMetrics()
 // Of letters as often as texts have them. Files differ in what they take for their average.
 FWORD FontFile::AverageWidth() const
 {
-    constexpr LONG thousandths[] = {64, 14, 27, 35, 100, 20, 14, 42, 63, 3, 6, 35, 20,
-                                    56, 56, 17, 4, 49, 56, 71, 31, 10, 18, 3, 18, 2};
+    constexpr LONG thousandths[] = {64, 14, 27, 35, 100, 20, 14, 42, 63, 3,  6, 35, 20,
+                                    56, 56, 17, 4,  49,  56, 71, 31, 10, 18, 3, 18, 2};
     constexpr LONG thousandthsOfBlank = 166;
     LONG sum = Advance(GlyphOf(u' ')) * thousandthsOfBlank;
     for (char16_t letter = u'a'; letter <= u'z'; ++letter)
         sum += Advance(GlyphOf(letter)) * thousandths[letter - u'a'];
     return static_cast<FWORD>(sum / 1000);
+}
+
+FWORD FontFile::HeightOf(char16_t letter) const
+{
+    int left = 0, bottom = 0, right = 0, top = 0;
+    stbtt_GetGlyphBox(&parsed_->font, static_cast<int>(GlyphOf(letter)), &left, &bottom, &right, &top);
+    return static_cast<FWORD>(top);
 }
 
 std::u16string FontFile::Name(int id) const

@@ -44,6 +44,7 @@ private:
     FontFile();
     bool ReadMetrics();
     FWORD AverageWidth() const;
+    FWORD HeightOf(char16_t letter) const;
     std::u16string Name(int id) const;
 
     std::vector<BYTE> data_;

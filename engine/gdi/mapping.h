@@ -6,16 +6,7 @@
 
 namespace engine::gdi {
 
-enum class MapMode : ULONG {
-    Text = 1,
-    LowMetric,
-    HighMetric,
-    LowEnglish,
-    HighEnglish,
-    Twips,
-    Isotropic,
-    Anisotropic
-};
+enum class MapMode : ULONG { Text = 1, LowMetric, HighMetric, LowEnglish, HighEnglish, Twips, Isotropic, Anisotropic };
 
 // The device that a drawing was made for.
 struct ReferenceDevice {

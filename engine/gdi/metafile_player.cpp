@@ -11,9 +11,7 @@ namespace {
     constexpr ULONG LastRecordType = 122;
     constexpr ULONG MostHandles = 0x10000;
 
-    void DoNothing(Playing&, const Bytes&)
-    {
-    }
+    void DoNothing(Playing&, const Bytes&) { }
 
     constexpr RecordHandler OtherRecords[] = {
         {EMR_HEADER, "HEADER", DoNothing}, // what it says is known beforehand

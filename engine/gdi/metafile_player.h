@@ -24,8 +24,7 @@ struct Playing {
 
     const Object& ObjectOf(ULONG handle) const; // throws CannotPlay when there is none
     void Create(ULONG handle, Object object);
-    template<class T>
-    const T& Get(ULONG handle) const
+    template<class T> const T& Get(ULONG handle) const
     {
         const T* const object = std::get_if<T>(&ObjectOf(handle));
         if (!object)

@@ -113,15 +113,25 @@ void Outline::Append(const Outline& other)
 
 void Outline::Continue(const Outline& other)
 {
-    Outline rest = other;
-    if (!rest.figures_.empty()) {
-        Figure& figure = OpenFigure();
-        const Figure& added = rest.figures_.front();
-        figure.runs.insert(figure.runs.end(), added.runs.begin(), added.runs.end());
-        figure.closed = added.closed;
-        rest.figures_.erase(rest.figures_.begin());
+    if (other.figures_.empty())
+        return;
+    const Figure& added = other.figures_.front();
+    for (const Run& run : added.runs) {
+        std::vector<POINTFIX>& points = OpenRun(run.curves).points;
+        points.insert(points.end(), run.points.begin(), run.points.end());
     }
-    Append(rest);
+    figures_.back().closed = added.closed;
+    figures_.insert(figures_.end(), other.figures_.begin() + 1, other.figures_.end());
+    current_ = other.current_;
+}
+
+void Outline::FlattenedTo(POINTFIX first, POINTFIX second, POINTFIX end)
+{
+    const POINTFIX start = current_, control[] = {first, second, end};
+    const int pieces = PiecesOf(start, control);
+    for (int piece = 1; piece < pieces; ++piece)
+        LineTo(OnCurve(start, control, static_cast<double>(piece) / pieces));
+    LineTo(end);
 }
 
 Outline Outline::Flattened() const
@@ -130,17 +140,11 @@ Outline Outline::Flattened() const
     for (const Figure& figure : figures_) {
         flat.MoveTo(figure.start);
         for (const Run& run : figure.runs) {
-            for (std::size_t i = 0; i < run.points.size(); i += run.curves ? 3 : 1) {
-                if (!run.curves) {
-                    flat.LineTo(run.points[i]);
-                    continue;
-                }
-                const POINTFIX start = flat.current_;
-                const int pieces = PiecesOf(start, &run.points[i]);
-                for (int piece = 1; piece < pieces; ++piece)
-                    flat.LineTo(OnCurve(start, &run.points[i], static_cast<double>(piece) / pieces));
-                flat.LineTo(run.points[i + 2]);
-            }
+            const std::vector<POINTFIX>& points = run.points;
+            for (std::size_t i = 0; run.curves && i < points.size(); i += 3)
+                flat.FlattenedTo(points[i], points[i + 1], points[i + 2]);
+            for (std::size_t i = 0; !run.curves && i < points.size(); ++i)
+                flat.LineTo(points[i]);
         }
         if (figure.closed)
             flat.Close();
@@ -190,6 +194,21 @@ RECTL Outline::PixelBounds(LONG margin) const
     if (engine::IsEmpty(bounds))
         return {};
     return {bounds.left - margin, bounds.top - margin, bounds.right + margin, bounds.bottom + margin};
+}
+
+double Outline::PixelLength() const
+{
+    double length = 0;
+    for (const Figure& figure : figures_) {
+        PointD last = ToPoint(figure.start);
+        for (const Run& run : figure.runs)
+            for (const POINTFIX& point : run.points) {
+                const PointD next = ToPoint(point);
+                length += std::hypot(next.x - last.x, next.y - last.y);
+                last = next;
+            }
+    }
+    return length;
 }
 
 Box Box::FromCorners(double x1, double y1, double x2, double y2)

@@ -27,6 +27,7 @@ public:
     Path ToPath() const; // figures of a single point are left out
     // The pixels that hold all points, made larger by so many on every side.
     RECTL PixelBounds(LONG margin = 0) const;
+    double PixelLength() const; // along the points; a curve is no longer than that
 
 private:
     struct Run {
@@ -40,6 +41,7 @@ private:
     };
     Figure& OpenFigure();
     Run& OpenRun(bool curves);
+    void FlattenedTo(POINTFIX first, POINTFIX second, POINTFIX end); // a curve as lines
 
     std::vector<Figure> figures_;
     POINTFIX current_ = {};

@@ -95,8 +95,8 @@ namespace {
 
 } // namespace
 
-bool PlayBytes(const DrawingTarget& target, Bytes file, const std::string& name, PlayReport& report,
-               std::string& error, const PlayOptions& options)
+bool PlayBytes(const DrawingTarget& target, Bytes file, const std::string& name, PlayReport& report, std::string& error,
+               const PlayOptions& options)
 {
     error.clear();
     const bool metafile = MetafileReader::IsMetafile(file);

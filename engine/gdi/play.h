@@ -20,7 +20,7 @@ bool PlayFile(Surface& surface, const std::string& path, const RECTL& where, Pla
               const PlayOptions& options = {});
 
 // The same with a file's bytes; `name` is for messages.
-bool PlayBytes(const DrawingTarget& target, Bytes file, const std::string& name, PlayReport& report,
-               std::string& error, const PlayOptions& options = {});
+bool PlayBytes(const DrawingTarget& target, Bytes file, const std::string& name, PlayReport& report, std::string& error,
+               const PlayOptions& options = {});
 
 } // namespace engine::gdi

@@ -99,8 +99,8 @@ namespace {
         const ULONG word = head.operation;
         const BLENDFUNCTION blend = {static_cast<BYTE>(word), static_cast<BYTE>(word >> 8),
                                      static_cast<BYTE>(word >> 16), static_cast<BYTE>(word >> 24)};
-        BlendBitmap(playing.dc, DestinationOf(playing, head),
-                    SourceOf(playing, record, head, OwnSize(record, head)), blend);
+        BlendBitmap(playing.dc, DestinationOf(playing, head), SourceOf(playing, record, head, OwnSize(record, head)),
+                    blend);
     }
 
     void TransparentBlt(Playing& playing, const Bytes& record)
@@ -185,8 +185,8 @@ namespace {
         dib.rows = Saturated(rows);
         Source source = {ReadDib(dib), {}};
         const std::int64_t given = source.bitmap->Size().cy;
-        const std::int64_t top = IsTopDown(dib) ? std::int64_t{from.y} - firstRow
-                                                : std::int64_t{firstRow} + given - from.y - size.cy;
+        const std::int64_t top =
+            IsTopDown(dib) ? std::int64_t{from.y} - firstRow : std::int64_t{firstRow} + given - from.y - size.cy;
         source.part = Edges(from.x, top, std::int64_t{from.x} + size.cx, top + size.cy);
         CopyBitmap(playing.dc, UnscaledDestination(playing.dc, to, size.cx, size.cy), source, RopSourceCopy);
     }

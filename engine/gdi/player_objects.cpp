@@ -110,8 +110,8 @@ namespace {
     {
         auto font = record.Get<LOGFONTW>(12);
         // What stands behind the name's end would make equal requests differ.
-        std::fill(std::find(std::begin(font.lfFaceName), std::end(font.lfFaceName), u'\0'),
-                  std::end(font.lfFaceName), u'\0');
+        std::fill(std::find(std::begin(font.lfFaceName), std::end(font.lfFaceName), u'\0'), std::end(font.lfFaceName),
+                  u'\0');
         playing.Create(record.Get<ULONG>(Handle), font);
     }
 
@@ -140,8 +140,7 @@ namespace {
     }
 
     // Changes a palette, at once also where it is selected.
-    template<class Change>
-    void ChangePalette(Playing& playing, ULONG handle, Change change)
+    template<class Change> void ChangePalette(Playing& playing, ULONG handle, Change change)
     {
         LogicalPalette palette = playing.Get<LogicalPalette>(handle);
         change(palette.colours);
@@ -157,7 +156,7 @@ namespace {
         ChangePalette(playing, record.Get<ULONG>(Handle), [&](std::vector<COLORREF>& colours) {
             if (start > colours.size() || entries.size() > colours.size() - start)
                 throw DamagedData("palette too small");
-            std::copy(entries.begin(), entries.end(), colours.begin() + start);
+            std::copy(entries.begin(), entries.end(), colours.data() + start);
         });
     }
 

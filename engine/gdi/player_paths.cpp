@@ -30,8 +30,7 @@ namespace {
         playing.dc.Bracket().Building().Close();
     }
 
-    template<void (*Use)(DeviceContext&)>
-    void UsePath(Playing& playing, const Bytes&)
+    template<void (*Use)(DeviceContext&)> void UsePath(Playing& playing, const Bytes&)
     {
         if (!playing.dc.Bracket().IsComplete())
             throw CannotPlay("no path completed");

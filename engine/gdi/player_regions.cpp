@@ -47,8 +47,7 @@ namespace {
             throw CannotPlay("clip of too many parts");
     }
 
-    template<ULONG Mode>
-    void CombineRectangle(Playing& playing, const Bytes& record)
+    template<ULONG Mode> void CombineRectangle(Playing& playing, const Bytes& record)
     {
         Combine(playing, playing.dc.RegionOf(record.Get<RECTL>(First)), Mode);
     }

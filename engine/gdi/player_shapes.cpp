@@ -18,8 +18,7 @@ namespace {
 
     using Points = std::vector<PointD>;
 
-    template<class Point>
-    Points PointsOf(const Bytes& record)
+    template<class Point> Points PointsOf(const Bytes& record)
     {
         return ReadPoints<Point>(record, PointsOffset, record.Get<ULONG>(CountOffset));
     }
@@ -36,8 +35,7 @@ namespace {
             pen.BezierTo(points[i], points[i + 1], points[i + 2]);
     }
 
-    template<class Point>
-    void Polygon(Playing& playing, const Bytes& record)
+    template<class Point> void Polygon(Playing& playing, const Bytes& record)
     {
         const Points points = PointsOf<Point>(record);
         if (points.size() < 2)
@@ -59,8 +57,7 @@ namespace {
         MoveTo(dc, position);
     }
 
-    template<class Point>
-    void Polyline(Playing& playing, const Bytes& record)
+    template<class Point> void Polyline(Playing& playing, const Bytes& record)
     {
         const Points points = PointsOf<Point>(record);
         if (points.size() == 2 && !playing.dc.Bracket().IsOpen())
@@ -74,8 +71,7 @@ namespace {
         StrokeLines(playing.dc, outline);
     }
 
-    template<class Point>
-    void PolylineTo(Playing& playing, const Bytes& record)
+    template<class Point> void PolylineTo(Playing& playing, const Bytes& record)
     {
         const Points points = PointsOf<Point>(record);
         if (points.empty())
@@ -89,8 +85,7 @@ namespace {
         StrokeFrom(playing.dc, outline, points.back());
     }
 
-    template<class Point>
-    void PolyBezier(Playing& playing, const Bytes& record)
+    template<class Point> void PolyBezier(Playing& playing, const Bytes& record)
     {
         const Points points = PointsOf<Point>(record);
         if (points.size() < 4)
@@ -103,8 +98,7 @@ namespace {
         StrokeLines(playing.dc, outline);
     }
 
-    template<class Point>
-    void PolyBezierTo(Playing& playing, const Bytes& record)
+    template<class Point> void PolyBezierTo(Playing& playing, const Bytes& record)
     {
         const Points points = PointsOf<Point>(record);
         if (points.size() < 3)
@@ -117,8 +111,7 @@ namespace {
         StrokeFrom(playing.dc, outline, points[points.size() / 3 * 3 - 1]);
     }
 
-    template<class Point>
-    Outline OutlineOfPolys(Playing& playing, const Bytes& record, bool closed)
+    template<class Point> Outline OutlineOfPolys(Playing& playing, const Bytes& record, bool closed)
     {
         constexpr std::size_t countsOffset = 32;
         const ULONG polys = record.Get<ULONG>(24), total = record.Get<ULONG>(28);
@@ -140,14 +133,12 @@ namespace {
         return outline;
     }
 
-    template<class Point>
-    void PolyPolygon(Playing& playing, const Bytes& record)
+    template<class Point> void PolyPolygon(Playing& playing, const Bytes& record)
     {
         DrawShape(playing.dc, OutlineOfPolys<Point>(playing, record, true));
     }
 
-    template<class Point>
-    void PolyPolyline(Playing& playing, const Bytes& record)
+    template<class Point> void PolyPolyline(Playing& playing, const Bytes& record)
     {
         StrokeLines(playing.dc, OutlineOfPolys<Point>(playing, record, false));
     }
@@ -179,8 +170,7 @@ namespace {
         return position;
     }
 
-    template<class Point>
-    void PolyDraw(Playing& playing, const Bytes& record)
+    template<class Point> void PolyDraw(Playing& playing, const Bytes& record)
     {
         const Points points = PointsOf<Point>(record);
         const std::vector<BYTE> types = record.List<BYTE>(PointsOffset + points.size() * sizeof(Point), points.size());

@@ -17,15 +17,13 @@ namespace {
             throw DamagedData(otherwise);
     }
 
-    template<auto Field>
-    void SetNumber(Playing& playing, const Bytes& record)
+    template<auto Field> void SetNumber(Playing& playing, const Bytes& record)
     {
         playing.dc.Now().*Field = record.Get<ULONG>(First);
     }
 
     // A number that other values than these cannot replace.
-    template<auto Field, ULONG Least, ULONG Most>
-    void SetWithin(Playing& playing, const Bytes& record)
+    template<auto Field, ULONG Least, ULONG Most> void SetWithin(Playing& playing, const Bytes& record)
     {
         const ULONG value = record.Get<ULONG>(First);
         Require(value >= Least && value <= Most, "no such mode");
@@ -37,20 +35,17 @@ namespace {
         Require(playing.dc.Now().mapping.SetMode(record.Get<ULONG>(First)), "no such mode");
     }
 
-    template<auto Set>
-    void SetExtent(Playing& playing, const Bytes& record)
+    template<auto Set> void SetExtent(Playing& playing, const Bytes& record)
     {
         Require((playing.dc.Now().mapping.*Set)(record.Get<SIZEL>(First)), "extent of zero");
     }
 
-    template<auto Set>
-    void SetOrigin(Playing& playing, const Bytes& record)
+    template<auto Set> void SetOrigin(Playing& playing, const Bytes& record)
     {
         (playing.dc.Now().mapping.*Set)(record.Get<POINTL>(First));
     }
 
-    template<auto Scale>
-    void ScaleExtent(Playing& playing, const Bytes& record)
+    template<auto Scale> void ScaleExtent(Playing& playing, const Bytes& record)
     {
         Require((playing.dc.Now().mapping.*Scale)(record.Get<LONG>(First), record.Get<LONG>(First + 4),
                                                   record.Get<LONG>(First + 8), record.Get<LONG>(First + 12)),
@@ -107,7 +102,7 @@ namespace {
     {
         constexpr ULONG mostWhole = 0xFFFF;
         const ULONG number = record.Get<ULONG>(First);
-        const double limit = number <= mostWhole ? number : record.Get<FLOATL>(First);
+        const double limit = number <= mostWhole ? static_cast<double>(number) : record.Get<FLOATL>(First);
         playing.dc.Now().miterLimit = limit >= 1 ? limit : 1;
     }
 

@@ -52,14 +52,12 @@ namespace {
         return line;
     }
 
-    template<bool Wide>
-    void ExtTextOut(Playing& playing, const Bytes& record)
+    template<bool Wide> void ExtTextOut(Playing& playing, const Bytes& record)
     {
         DrawText(playing.dc, ReadLine(record, record.Get<TextHead>(TextOffset), Wide));
     }
 
-    template<bool Wide>
-    void PolyTextOut(Playing& playing, const Bytes& record)
+    template<bool Wide> void PolyTextOut(Playing& playing, const Bytes& record)
     {
         std::size_t left = record.Size(); // characters that the record can hold: strings do not share them
         for (const TextHead& head : record.List<TextHead>(TextOffset + 4, record.Get<ULONG>(TextOffset))) {
@@ -85,10 +83,8 @@ namespace {
     }
 
     constexpr RecordHandler Handlers[] = {
-        {83, "EXTTEXTOUTA", ExtTextOut<false>},
-        {84, "EXTTEXTOUTW", ExtTextOut<true>},
-        {96, "POLYTEXTOUTA", PolyTextOut<false>},
-        {97, "POLYTEXTOUTW", PolyTextOut<true>},
+        {83, "EXTTEXTOUTA", ExtTextOut<false>},   {84, "EXTTEXTOUTW", ExtTextOut<true>},
+        {96, "POLYTEXTOUTA", PolyTextOut<false>}, {97, "POLYTEXTOUTW", PolyTextOut<true>},
         {108, "SMALLTEXTOUT", SmallTextOut},
     };
 

@@ -100,4 +100,17 @@ void RealPen::MakeGeometric(const LogicalPen& pen, double scale, double miterLim
     reach_ = static_cast<LONG>(std::ceil(std::min(reach, WidestPen * 4))) + 1;
 }
 
+void RealPen::LimitDashes(double pixels)
+{
+    constexpr double mostPeriods = 1 << 13;
+    double period = 0;
+    for (const FLOAT_LONG& length : style_)
+        period += IsGeometric() ? static_cast<double>(length.e) : length.l;
+    if (style_.empty() || pixels <= period * mostPeriods)
+        return;
+    line_.cstyle = 0;
+    line_.pstyle = nullptr;
+    fillsGaps_ = false;
+}
+
 } // namespace engine::gdi

@@ -18,6 +18,8 @@ public:
     // The gaps of this pen are painted in the background colour, by a second pass.
     bool FillsGaps() const { return fillsGaps_; }
     void SwapGaps() { line_.fl ^= LA_STARTGAP; }
+    // Draws without a style where a line of so many pixels would fall to more dashes than anyone can tell apart.
+    void LimitDashes(double pixels);
 
     Brush& Fill() { return *brush_; }
     LINEATTRS* Line() { return &line_; }

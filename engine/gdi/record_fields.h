@@ -27,8 +27,7 @@ inline PointD ToPoint(const POINTS& point)
     return {static_cast<double>(point.x), static_cast<double>(point.y)};
 }
 
-template<class Point>
-std::vector<PointD> ReadPoints(const Bytes& record, std::size_t offset, std::size_t count)
+template<class Point> std::vector<PointD> ReadPoints(const Bytes& record, std::size_t offset, std::size_t count)
 {
     std::vector<PointD> points;
     for (const Point& point : record.List<Point>(offset, count))

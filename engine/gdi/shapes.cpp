@@ -35,6 +35,7 @@ namespace {
         CallClip clip = dc.ClipOf(outline.PixelBounds(pen.Reach()));
         if (clip.IsEmpty())
             return;
+        pen.LimitDashes(outline.PixelLength());
         Path path = outline.ToPath();
         if (pen.FillsGaps())
             FillGaps(dc, path, clip, pen);
@@ -64,6 +65,7 @@ namespace {
         CallClip clip = dc.ClipOf(outline.PixelBounds(pen.Reach()));
         if (clip.IsEmpty())
             return;
+        pen.LimitDashes(outline.PixelLength());
         Path path = outline.ToPath();
         XFORMOBJ none = {};
         CallStrokeAndFillPath(dc.Surface(), &path, clip.Always(), &none, &pen.Fill(), pen.Line(), &*brush,

@@ -15,8 +15,14 @@ namespace {
     // Bits of all glyphs of a call; longer strings are drawn as outlines, one after the other.
     constexpr double MostGlyphBits = 1 << 26;
 
-    PointD operator+(PointD a, PointD b) { return {a.x + b.x, a.y + b.y}; }
-    PointD operator*(PointD a, double by) { return {a.x * by, a.y * by}; }
+    PointD operator+(PointD a, PointD b)
+    {
+        return {a.x + b.x, a.y + b.y};
+    }
+    PointD operator*(PointD a, double by)
+    {
+        return {a.x * by, a.y * by};
+    }
 
     // Turned counterclockwise as one sees it, the y axis pointing down.
     PointD Turned(PointD vector, double tenthsOfDegrees)

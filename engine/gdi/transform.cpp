@@ -88,8 +88,8 @@ RECTL Around(const RECTL& first, const RECTL& second)
 RECTL PixelsWithin(PointD corner, PointD opposite)
 {
     const auto up = [](double value) { return static_cast<LONG>(std::ceil(Bounded(value))); };
-    return {up(std::min(corner.x, opposite.x)), up(std::min(corner.y, opposite.y)),
-            up(std::max(corner.x, opposite.x)), up(std::max(corner.y, opposite.y))};
+    return {up(std::min(corner.x, opposite.x)), up(std::min(corner.y, opposite.y)), up(std::max(corner.x, opposite.x)),
+            up(std::max(corner.y, opposite.y))};
 }
 
 } // namespace engine::gdi

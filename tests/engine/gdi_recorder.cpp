@@ -31,7 +31,10 @@ namespace {
     {
         return p ? "(" + std::to_string(p->x) + "," + std::to_string(p->y) + ")" : "-";
     }
-    std::string Show(const POINTFIX& p) { return "(" + Pixels(p.x) + "," + Pixels(p.y) + ")"; }
+    std::string Show(const POINTFIX& p)
+    {
+        return "(" + Pixels(p.x) + "," + Pixels(p.y) + ")";
+    }
     std::string Show(const RECTL* r)
     {
         return r ? "(" + std::to_string(r->left) + "," + std::to_string(r->top) + "," + std::to_string(r->right) + ","
@@ -197,8 +200,8 @@ namespace {
         return text;
     }
 
-    BOOL APIENTRY NoteTextOut(SURFOBJ*, STROBJ* pstro, FONTOBJ* pfo, CLIPOBJ* pco, RECTL* prclExtra,
-                              RECTL* prclOpaque, BRUSHOBJ* pboFore, BRUSHOBJ* pboOpaque, POINTL*, MIX mix)
+    BOOL APIENTRY NoteTextOut(SURFOBJ*, STROBJ* pstro, FONTOBJ* pfo, CLIPOBJ* pco, RECTL* prclExtra, RECTL* prclOpaque,
+                              BRUSHOBJ* pboFore, BRUSHOBJ* pboOpaque, POINTL*, MIX mix)
     {
         glyphs.clear();
         for (ULONG i = 0; i < pstro->cGlyphs; ++i)
@@ -244,8 +247,8 @@ namespace {
         return Note(line + " mode " + std::to_string(ulMode) + " in " + Show(prclExtents) + " " + Show(pco));
     }
 
-    BOOL APIENTRY NoteTransparentBlt(SURFOBJ*, SURFOBJ* psoSrc, CLIPOBJ* pco, XLATEOBJ*, RECTL* prclDst,
-                                     RECTL* prclSrc, ULONG iTransColor, ULONG)
+    BOOL APIENTRY NoteTransparentBlt(SURFOBJ*, SURFOBJ* psoSrc, CLIPOBJ* pco, XLATEOBJ*, RECTL* prclDst, RECTL* prclSrc,
+                                     ULONG iTransColor, ULONG)
     {
         return Note("TransparentBlt " + Show(prclDst) + " from " + Show(prclSrc) + " " + Show(psoSrc) + " but "
                     + Hex(iTransColor) + " " + Show(pco));
@@ -259,7 +262,10 @@ namespace {
         size = {static_cast<LONG>(pdm->dmPelsWidth), static_cast<LONG>(pdm->dmPelsHeight)};
         return reinterpret_cast<DHPDEV>(1);
     }
-    void APIENTRY CompletePdev(DHPDEV, HDEV hdev) { device = hdev; }
+    void APIENTRY CompletePdev(DHPDEV, HDEV hdev)
+    {
+        device = hdev;
+    }
     void APIENTRY DisablePdev(DHPDEV) { }
     HBITMAP screen;
     HSURF APIENTRY EnableSurface(DHPDEV)
@@ -271,10 +277,12 @@ namespace {
         EngAssociateSurface(reinterpret_cast<HSURF>(screen), device, hooks);
         return reinterpret_cast<HSURF>(screen);
     }
-    void APIENTRY DisableSurface(DHPDEV) { EngDeleteSurface(reinterpret_cast<HSURF>(screen)); }
+    void APIENTRY DisableSurface(DHPDEV)
+    {
+        EngDeleteSurface(reinterpret_cast<HSURF>(screen));
+    }
 
-    template<class Function>
-    DRVFN Entry(ULONG index, Function* function)
+    template<class Function> DRVFN Entry(ULONG index, Function* function)
     {
         return {index, reinterpret_cast<PFN>(function)};
     }
@@ -282,15 +290,24 @@ namespace {
     BOOL APIENTRY EnableDriver(ULONG, ULONG, DRVENABLEDATA* pded)
     {
         static DRVFN table[] = {
-            Entry(INDEX_DrvEnablePDEV, EnablePdev), Entry(INDEX_DrvCompletePDEV, CompletePdev),
-            Entry(INDEX_DrvDisablePDEV, DisablePdev), Entry(INDEX_DrvEnableSurface, EnableSurface),
-            Entry(INDEX_DrvDisableSurface, DisableSurface), Entry(INDEX_DrvBitBlt, NoteBitBlt),
-            Entry(INDEX_DrvCopyBits, NoteCopyBits), Entry(INDEX_DrvStretchBlt, NoteStretchBlt),
-            Entry(INDEX_DrvStretchBltROP, NoteStretchBltRop), Entry(INDEX_DrvPlgBlt, NotePlgBlt),
-            Entry(INDEX_DrvStrokePath, NoteStrokePath), Entry(INDEX_DrvFillPath, NoteFillPath),
-            Entry(INDEX_DrvStrokeAndFillPath, NoteStrokeAndFillPath), Entry(INDEX_DrvPaint, NotePaint),
-            Entry(INDEX_DrvTextOut, NoteTextOut), Entry(INDEX_DrvLineTo, NoteLineTo),
-            Entry(INDEX_DrvAlphaBlend, NoteAlphaBlend), Entry(INDEX_DrvGradientFill, NoteGradientFill),
+            Entry(INDEX_DrvEnablePDEV, EnablePdev),
+            Entry(INDEX_DrvCompletePDEV, CompletePdev),
+            Entry(INDEX_DrvDisablePDEV, DisablePdev),
+            Entry(INDEX_DrvEnableSurface, EnableSurface),
+            Entry(INDEX_DrvDisableSurface, DisableSurface),
+            Entry(INDEX_DrvBitBlt, NoteBitBlt),
+            Entry(INDEX_DrvCopyBits, NoteCopyBits),
+            Entry(INDEX_DrvStretchBlt, NoteStretchBlt),
+            Entry(INDEX_DrvStretchBltROP, NoteStretchBltRop),
+            Entry(INDEX_DrvPlgBlt, NotePlgBlt),
+            Entry(INDEX_DrvStrokePath, NoteStrokePath),
+            Entry(INDEX_DrvFillPath, NoteFillPath),
+            Entry(INDEX_DrvStrokeAndFillPath, NoteStrokeAndFillPath),
+            Entry(INDEX_DrvPaint, NotePaint),
+            Entry(INDEX_DrvTextOut, NoteTextOut),
+            Entry(INDEX_DrvLineTo, NoteLineTo),
+            Entry(INDEX_DrvAlphaBlend, NoteAlphaBlend),
+            Entry(INDEX_DrvGradientFill, NoteGradientFill),
             Entry(INDEX_DrvTransparentBlt, NoteTransparentBlt),
         };
         *pded = {DDI_DRIVER_VERSION_NT5_01, std::size(table), table};
