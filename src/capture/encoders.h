@@ -32,9 +32,9 @@ ULONG ExpandFontObj(FONTOBJ* pfo, BYTE* at, ULONG room);
 // `length` characters and a terminator, cut to the room.
 ULONG ExpandWSTR(const WCHAR* text, ULONG length, BYTE* at, ULONG room);
 
-// A terminated string, of which at most `limit` characters are read.
+// A terminated string, of which at most `limit` characters are read. It may stand at an odd address.
 constexpr ULONG NoLimit = 0xFFFFFFFF;
-ULONG ExpandZWSTR(const WCHAR* text, ULONG limit, BYTE* at, ULONG room);
+ULONG ExpandZWSTR(const void* text, ULONG limit, BYTE* at, ULONG room);
 ULONG ExpandDrvZWSTR(const WCHAR* text, BYTE* at, ULONG room);
 
 } // namespace koru

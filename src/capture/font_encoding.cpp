@@ -13,7 +13,7 @@ namespace {
     // A name stands somewhere behind the metrics and ends with them at the latest.
     ULONG ExpandName(const IFIMETRICS& metrics, ULONG offset, BYTE* at, ULONG room)
     {
-        const auto* const name = reinterpret_cast<const WCHAR*>(reinterpret_cast<const BYTE*>(&metrics) + offset);
+        const BYTE* const name = reinterpret_cast<const BYTE*>(&metrics) + offset;
         const ULONG limit = metrics.cjThis > offset ? (metrics.cjThis - offset) / sizeof(WCHAR) : NoLimit;
         return ExpandZWSTR(name, limit, at, room);
     }

@@ -7,9 +7,12 @@ namespace {
 
     constexpr WCHAR Terminator = 0;
 
-    bool Ends(const WCHAR* text, ULONG index, ULONG limit)
+    // Metrics may put a name at an odd address.
+    WCHAR CharacterAt(const BYTE* text)
     {
-        return index == limit || text[index] == Terminator;
+        WCHAR character;
+        memcpy(&character, text, sizeof(character));
+        return character;
     }
 
 } // namespace
@@ -27,15 +30,17 @@ ULONG ExpandWSTR(const WCHAR* text, ULONG length, BYTE* at, ULONG room)
     return cursor.Offset();
 }
 
-ULONG ExpandZWSTR(const WCHAR* text, ULONG limit, BYTE* at, ULONG room)
+ULONG ExpandZWSTR(const void* text, ULONG limit, BYTE* at, ULONG room)
 {
     if (!at)
         return 0;
     ByteCursor cursor(at, room);
     BYTE* last = nullptr;
-    for (ULONG i = 0; !Ends(text, i, limit) && cursor.Holds(1, sizeof(WCHAR)); ++i) {
+    const BYTE* next = static_cast<const BYTE*>(text);
+    for (ULONG i = 0; i < limit && CharacterAt(next) != Terminator && cursor.Holds(1, sizeof(WCHAR)); ++i) {
         last = cursor.At();
-        cursor.Write(&text[i], sizeof(WCHAR));
+        cursor.Write(next, sizeof(WCHAR));
+        next += sizeof(WCHAR);
     }
     if (cursor.Holds(1, sizeof(Terminator))) {
         cursor.Write(&Terminator, sizeof(Terminator));

@@ -15,9 +15,12 @@ namespace {
 
     bool IsWithinSizeLimit(const RECTL& rectangle)
     {
+        if (BitsSizeLimit < 0 || rectangle.left >= rectangle.right || rectangle.top >= rectangle.bottom)
+            return true;
         const LONGLONG width = static_cast<LONGLONG>(rectangle.right) - rectangle.left;
         const LONGLONG height = static_cast<LONGLONG>(rectangle.bottom) - rectangle.top;
-        return BitsSizeLimit < 0 || width * height <= BitsSizeLimit;
+        // Each alone first: the product of any two could overflow.
+        return width <= BitsSizeLimit && height <= BitsSizeLimit && width * height <= BitsSizeLimit;
     }
 
     ULONG SavedBits(const SURFOBJ& surface, ULONG bitsFlag, const RECTL* rectangle)

@@ -4,42 +4,49 @@ namespace koru {
 
 namespace {
 
-    bool Holds(const RECTL& zone, LONG x, LONG y)
+    bool ReachesBeyond(const RECTL& zone, LONG x, LONG y)
     {
-        return zone.left <= x && x < zone.right && zone.top <= y && y < zone.bottom;
-    }
-
-    // The zone that holds the point and reaches farthest to the right, or null.
-    const RECTL* WidestZoneAt(const LIST& zones, LONG x, LONG y)
-    {
-        const RECTL* widest = nullptr;
-        for (const LIST::Node* node = zones.First(); node; node = LIST::Next(node)) {
-            if (Holds(node->item, x, y) && (!widest || node->item.right > widest->right))
-                widest = &node->item;
-        }
-        return widest;
+        return x < zone.right && zone.top <= y && y < zone.bottom;
     }
 
     // Walks one row of pixels from zone to zone. The row up to which the same zones cover it too, or
     // `y` itself when some pixel lies outside every zone.
     LONG CoveredBelow(const LIST& zones, const RECTL& rectangle, LONG y)
     {
+        LONG x = rectangle.left;
         LONG bottom = rectangle.bottom;
-        for (LONG x = rectangle.left; x < rectangle.right;) {
-            const RECTL* const zone = WidestZoneAt(zones, x, y);
-            if (!zone)
-                return y;
-            if (zone->bottom < bottom)
-                bottom = zone->bottom;
-            x = zone->right;
+        for (const LIST::Node* node = zones.First(); node && node->item.left <= x; node = LIST::Next(node)) {
+            const RECTL& zone = node->item;
+            if (!ReachesBeyond(zone, x, y))
+                continue;
+            if (zone.bottom < bottom)
+                bottom = zone.bottom;
+            x = zone.right;
+            if (x >= rectangle.right)
+                return bottom;
         }
-        return bottom;
+        return y;
     }
 
 } // namespace
 
+ULONG InsertDarkZone(LIST& zones, const RECTL& zone)
+{
+    const ULONG handle = zones.Add(zone);
+    if (handle == 0)
+        return 0;
+    LIST::Node* const node = zones.head;
+    zones.head = node->next;
+    LIST::Node** link = &zones.head;
+    while (*link && (*link)->item.left < zone.left)
+        link = &(*link)->next;
+    node->next = *link;
+    *link = node;
+    return handle;
+}
+
 // Runs inside every captured drawing call and the number of zones is the client's: no pieces are kept,
-// and the first row with a pixel outside ends it.
+// the first row with a pixel outside ends it, and a row costs one walk over the zones at most.
 BOOL IsCoveredByDarkZones(const LIST& zones, const RECTL& rectangle)
 {
     if (rectangle.left >= rectangle.right || rectangle.top >= rectangle.bottom)

@@ -4,6 +4,7 @@
 #include "capture/capture_state.h"
 #include "capture/records.h"
 #include "chain/module_loader.h"
+#include "driver/record_flags.h"
 #include "driver/screen_list.h"
 #include "escape/escape_call.h"
 #include "platform/runtime.h"
@@ -14,7 +15,6 @@ namespace {
 
     constexpr ULONG Supported = 1;
     constexpr ULONG NotForwarded = 1;
-    constexpr LONG SubmitFlag = 1; // an escape draws on no screen
 
     // Everything goes on as it came in, the surface included. False when there is no one to ask.
     bool Forward(const EscapeCall& call, ULONG& result)
@@ -35,7 +35,7 @@ namespace {
                 return ExpandDrvEscape(call.pso, call.iEsc, call.cjIn, call.pvIn, call.cjOut, call.pvOut, result,
                                        record, room);
             },
-            SubmitFlag);
+            EscapeFlag);
     }
 
     ULONG ForwardEscape(const EscapeCall& call)

@@ -5,6 +5,7 @@
 #include "driver/screen_list.h"
 #include "escape/command_table.h"
 #include "escape/dark_lists.h"
+#include "escape/dark_zones.h"
 #include "escape/escape_call.h"
 #include "escape/item_cache.h"
 #include "escape/koru_commands.h"
@@ -29,7 +30,7 @@ namespace {
     {
         RECTL zone;
         memcpy(&zone, &call.in[1], sizeof(zone));
-        call.Answer(call.screen->DarkZones.Add(zone));
+        call.Answer(InsertDarkZone(call.screen->DarkZones, zone));
     }
 
     void DeleteDarkZone(KoruCall& call)

@@ -56,7 +56,6 @@ void SetWiseSurface(ZoomCall& call)
 // Also without a Screen: a client that has lost its device still gets rid of its overlay.
 void DestroyWiseSurface(ZoomCall& call)
 {
-    const NestedDrawing nested;
     WiseSurface::Destroy();
     Screen* const screen = call.pso ? ScreenList::Find(call.pso->dhpdev) : nullptr;
     if (!screen)

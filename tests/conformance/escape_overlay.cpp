@@ -100,6 +100,41 @@ namespace {
         EXPECT_EQ(Glass(), ".a..\n");
     }
 
+    TEST_F(EscapeOverlay, ShowsThePictureAtItsOriginWithinTheBitmapWhereItBelongs)
+    {
+        Pixels()->SetPixel(5, 3, 0x00AA00);
+        Pixels()->SetPixel(6, 3, 0x0000BB);
+        ExpectWord(1, Run(SetOverlay, {0, 0, 1, 1}, 5, 3, Copy));
+        EXPECT_EQ(Glass(), "a...\n");
+        ExpectWord(1, Run(SetOverlay, {2, 0, 4, 1}, 5, 3, Copy));
+        EXPECT_EQ(Glass(), "..ab\n");
+    }
+
+    TEST_F(EscapeOverlay, BelongsToTheDeviceOfTheBitmapAsTheClientGaveIt)
+    {
+        session.expectViolations = true;
+        const HDEV device = pso->hdev;
+        pso->hdev = reinterpret_cast<HDEV>(0x77); // the bitmap behind it keeps the real one
+        const Reply reply = Run(SetOverlay, {0, 0, 1, 1}, 0, 0, Copy);
+        pso->hdev = device;
+        EXPECT_EQ(reply.out[0], 1u);
+        EXPECT_EQ(reply.messages, "KORU:Associate Failed!!!!\n");
+        EXPECT_EQ(session.Engine().Violations(), std::vector<std::string>{"EngAssociateSurface: not a device"});
+    }
+
+    // A device-managed surface without a bitmap behind it: only the hooks can read it.
+    TEST_F(EscapeOverlay, IsCopiedAsTheDriversOwnDrawing)
+    {
+        const auto managed = reinterpret_cast<HSURF>(EngCreateDeviceBitmap(nullptr, {64, 48}, BMF_32BPP));
+        ASSERT_TRUE(EngAssociateSurface(managed, session.Device().Handle(), HOOK_COPYBITS));
+        for (const ULONG selector : {Mask, Copy}) {
+            session.records.clear();
+            RunOn(engine::FindSurface(managed), SetOverlay, {0, 0, 2, 1}, 0, 0, selector);
+            EXPECT_TRUE(session.records.empty()) << selector;
+        }
+        EngDeleteSurface(managed);
+    }
+
     TEST_F(EscapeOverlay, NeedsASurfaceOfADeviceAndSaysNothingWithout)
     {
         for (const ULONG selector : {Mask, DropMask, Copy}) {

@@ -133,6 +133,7 @@ namespace {
         EXPECT_EQ(written.size, 80u);
         EXPECT_TRUE(
             IsOnly(written.memory, Header(80, 0x100000) + Words({0, 0, 0, 0}) + NoRectangleBytes + NoPointBytes));
+        EXPECT_EQ(written.messages, "KORU: ExpandDrvCopyBits: Warning empty rectangle\n");
     }
 
     TEST_F(BlitRecord, AlphaBlendHoldsEveryObject)

@@ -1,5 +1,7 @@
 #include "capture/capture_call.h"
 
+#include <algorithm>
+
 #include "capture/capture_state.h"
 #include "capture/consumer.h"
 #include "capture/records.h"
@@ -111,6 +113,30 @@ namespace {
         EXPECT_EQ(stamp, 0x1122334455667788);
         EXPECT_EQ(Consumer.calls, Calls({"GSD(0)", "GSD(1)", "QP(record, 48, 1)"}));
         EXPECT_EQ(WordAt(Bytes(CaptureBuffer(), CaptureBuffer() + 48), 24), 0x55667788u);
+    }
+
+    LONG APIENTRY SpoilTheRecord(BYTE* record, ULONG, LONG)
+    {
+        std::fill_n(record, 48, BYTE{0xEE});
+        return 0;
+    }
+
+    TEST_F(CaptureOfOneCall, GivesTheTimeStampWhateverTheConsumerDoesToTheRecord)
+    {
+        std::vector<ULONG> table = ConsumerTable();
+        table[3] = reinterpret_cast<ULONG>(&SpoilTheRecord);
+        InitializeFunctions2(table.data());
+        EXPECT_EQ(CaptureCall([](BYTE* record, ULONG room) { return ExpandDrvDisablePDEV(nullptr, record, room); }, 1),
+                  0x1122334455667788);
+        EXPECT_EQ(CaptureBuffer()[24], 0xEE);
+    }
+
+    TEST_F(CaptureOfOneCall, NotesInTheHeaderWhetherCaptureIsSuspended)
+    {
+        CaptureSuspended = 5;
+        ExpectBytes(
+            Words({48, 4, 5, 0xAAAA0001, 0xBBBB0002, Canary, 0x55667788, 0x11223344, 0, 0, 7, Canary}),
+            [](BYTE* record, ULONG room) { return ExpandDrvDisablePDEV(reinterpret_cast<DHPDEV>(7), record, room); });
     }
 
     TEST_F(CaptureOfOneCall, PassesTheFlagOn)

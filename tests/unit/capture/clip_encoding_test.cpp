@@ -134,6 +134,25 @@ namespace {
                                              LimitCase{"BatchCutByNothing", 5000, 1000, 0x10000, 4000}),
                              [](const testing::TestParamInfo<LimitCase>& info) { return info.param.name; });
 
+    TEST_F(ClipEncoder, AsksForAllRectanglesInTheirOwnOrder)
+    {
+        ThreeRectangles clip;
+        clip.rectangles = {{9, 10, 11, 12}, {1, 2, 3, 4}, {5, 6, 7, 8}}; // neither downwards nor upwards
+        clip.rclBounds = {5, 6, 7, 8};
+        ExpectBytes(Words({0xCCCCCC00, 0x2301, 5, 6, 7, 8, 0x07000303, 3, 36})
+                        + Words({9, 10, 11, 12, 1, 2, 3, 4, 5, 6, 7, 8}),
+                    Encoder(clip));
+    }
+
+    TEST_F(ClipEncoder, LeavesTheEnumerationWhereTheLimitStoppedIt)
+    {
+        engine::ClipObject clip = Rows(6000);
+        clip.batch = 1000;
+        const Written written = Write(Encoder(clip), 0x10000);
+        EXPECT_EQ(WordAt(written.memory, 28), 4000u);
+        EXPECT_EQ(clip.next, 5000u); // the batch that reached the limit was the fifth
+    }
+
     TEST_F(ClipEncoder, DoesNotCountDroppedBatchesTowardsTheLimit)
     {
         engine::ClipObject clip = Rows(4100); // 4095, which do not fit behind 36 bytes, and 5

@@ -119,6 +119,16 @@ namespace {
                     Encoder(font));
     }
 
+    TEST_F(FontEncoder, ReadsNamesAtOddOffsets)
+    {
+        SampleFont font;
+        font.SetNames(u"", u"", u"", u"\u4100\u4200\u4300"); // at 184: 00 41 00 42 00 43 00 00
+        font.Metrics()->dpwszUniqueName = 185;
+        ExpectBytes(FontHeadBytes() + Words({184 + 8, 0, 0, 0, 0, 248}) + Filled(160, 0)
+                        + Words({Canary, Canary, Canary, 3}) + Name(u"ABC"),
+                    Encoder(font));
+    }
+
     TEST_F(FontEncoder, TrustsTheTerminatorWhereTheMetricsTellNoSize)
     {
         SampleFont font;

@@ -116,6 +116,20 @@ namespace {
                     Encoder(path));
     }
 
+    TEST_F(PathEncoder, WantsMoreRoomThanItsPointsTakeEvenWhenThereAreNone)
+    {
+        engine::Path path;
+        path.Add(9, {});
+        path.Add(0, {});
+        path.fl = 0x31;
+        path.cCurves = 0x32;
+        const Written exact = Write(Encoder(path), 32);
+        EXPECT_EQ(exact.size, 20u);
+        EXPECT_TRUE(IsOnly(exact.memory, PathHead(1, 0) + Words({9, 0, 0})));
+        EXPECT_EQ(exact.messages, PointsNotIncluded);
+        ExpectBytes(PathHead(1, 20) + Words({9, 0, 0}), Encoder(path), 33);
+    }
+
     TEST_F(PathEncoder, TakesAFinalDeliveryWithoutPointsForTheEnd)
     {
         engine::Path path;

@@ -81,6 +81,13 @@ namespace {
         EXPECT_EQ(written.messages, TruncatedOrMissing);
     }
 
+    TEST_F(StringEncoder, ReadsTerminatedStringsAtOddAddresses)
+    {
+        const Bytes text = Bytes{0xEE} + Characters(u"AB") + Halves({0}) + Bytes{0xEE};
+        ExpectBytes(Characters(u"AB") + Halves({0}),
+                    [&](BYTE* at, ULONG room) { return ExpandZWSTR(text.data() + 1, NoLimit, at, room); });
+    }
+
     TEST_F(StringEncoder, ReadsNoFurtherThanItsLimit)
     {
         ExpectBytes(Characters(u"ABC") + Halves({0}),

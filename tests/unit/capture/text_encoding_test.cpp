@@ -156,6 +156,17 @@ namespace {
         EXPECT_EQ(written.messages, GlyphsCut(5) + GlyphsCut(5) + WrongCount);
     }
 
+    TEST_F(TextEncoder, AsksForTheNextBatchAfterOneThatWasCut)
+    {
+        ThreeGlyphs text;
+        text.Enumerate(2);
+        text.pwszOrg = nullptr;
+        const Written written = Write(Encoder(text), 40 + 28 + 5);
+        EXPECT_EQ(written.size, 40u);
+        EXPECT_TRUE(IsOnly(written.memory, TextHead(0, 0) + FirstGlyph));
+        EXPECT_EQ(written.messages, GlyphsCut(5) + GlyphsCut(5) + WrongCount);
+    }
+
     TEST_F(TextEncoder, TakesNothingOfAFailedEnumeration)
     {
         ThreeGlyphs text;

@@ -9,6 +9,7 @@
 
 namespace {
 
+using koru::InsertDarkZone;
 using koru::IsCoveredByDarkZones;
 using koru::LIST;
 
@@ -74,7 +75,7 @@ protected:
 TEST_P(DarkZones, LeaveOutside)
 {
     for (const RECTL& zone : GetParam().zones)
-        zones.Add(zone);
+        InsertDarkZone(zones, zone);
     const ULONG requests = engine.RequestCount(engine::Request::Memory);
     EXPECT_EQ(IsCoveredByDarkZones(zones, GetParam().rectangle), GetParam().outside);
     EXPECT_EQ(engine.RequestCount(engine::Request::Memory), requests) << "capture must not allocate";
@@ -134,7 +135,7 @@ TEST(RandomDarkZones, AgreeWithABitmap)
         std::vector<RECTL> zones(static_cast<std::size_t>(random.Below(24)));
         for (RECTL& zone : zones) {
             zone = random.Rectangle(10);
-            list.Add(zone);
+            InsertDarkZone(list, zone);
         }
         const RECTL rectangle = random.Rectangle(6);
         const BOOL expected = LeavesAPixel(zones, rectangle);

@@ -4,6 +4,9 @@
 
 #include <vector>
 
+#include "capture/call_bits.h"
+#include "capture/capture_state.h"
+#include "capture/consumer.h"
 #include "chain/module_loader.h"
 #include "driver/driver_values.h"
 #include "driver/handles.h"
@@ -118,6 +121,34 @@ TEST_F(DrawingByEscape, IsNotWhatAForwardedEscapeDoes)
 {
     EXPECT_EQ(DrvEscape(&surface, 4711, 0, nullptr, 0, nullptr), 5u);
     EXPECT_EQ(calls, (std::vector<Seen>{{INDEX_DrvEscape, 0, 1}}));
+}
+
+LONG submitted = 0;
+
+LONG APIENTRY CountRecord(BYTE*, ULONG, LONG)
+{
+    return ++submitted;
+}
+
+// Within the driver's own drawing a query is the one escape that is still recorded.
+TEST_F(DrawingByEscape, IsWhenOnlyQueriesAreRecorded)
+{
+    const ULONG consumer[6] = {36, 0, 0, reinterpret_cast<ULONG>(&CountRecord), 0, 0};
+    InitializeFunctions2(consumer);
+    engine.ClearDebugOutput();
+    CaptureEnabled = 1;
+    CaptureMask = CALL_ESCAPE;
+    submitted = 0;
+    ULONG code = 4711;
+    HookDepth = 1;
+    EXPECT_EQ(DrvEscape(&surface, 4711, 0, nullptr, 0, nullptr), 5u);
+    EXPECT_EQ(submitted, 0);
+    EXPECT_EQ(DrvEscape(&surface, QUERYESCSUPPORT, sizeof(code), &code, 0, nullptr), 5u);
+    EXPECT_EQ(submitted, 1);
+    HookDepth = 0;
+    EXPECT_EQ(DrvEscape(&surface, 4711, 0, nullptr, 0, nullptr), 5u);
+    EXPECT_EQ(submitted, 2);
+    EXPECT_EQ(calls.size(), 3u);
 }
 
 TEST_F(DrawingByEscape, OfTheOriginalImageGoesThroughTheCompositionBitmap)
