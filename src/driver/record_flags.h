@@ -16,6 +16,7 @@ enum RecordFlag : LONG {
     DitherColorFlag = 0,
     PointerFlag = 0,
     SaveScreenBitsFlag = 1,
+    EscapeFlag = 1,
 };
 
 } // namespace koru

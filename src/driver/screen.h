@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "escape/list.h"
 #include "magnifier/zoomer_list.h"
 #include "platform/platform.h"
@@ -26,5 +28,13 @@ struct Screen {
     ::koru::ZoomerList ZoomerList;
     BYTE PaletteCopy[256 * 4]; // red, green, blue, 0: what DrvSetPalette last gave; not read by the driver
 };
+
+static_assert(sizeof(LIST) == 4 && sizeof(ZoomerList) == 36);
+static_assert(offsetof(Screen, DeviceBitmaps) == 0 && offsetof(Screen, DeviceBitmapCount) == 4);
+static_assert(offsetof(Screen, DarkZones) == 8 && offsetof(Screen, hsurfDevice) == 12);
+static_assert(offsetof(Screen, hsurfVirtual) == 16 && offsetof(Screen, hsurfReal) == 20);
+static_assert(offsetof(Screen, lDelta) == 24 && offsetof(Screen, iBitmapFormat) == 28);
+static_assert(offsetof(Screen, dhpdevReal) == 32 && offsetof(Screen, hdev) == 36);
+static_assert(offsetof(Screen, ZoomerList) == 40 && offsetof(Screen, PaletteCopy) == 76);
 
 } // namespace koru

@@ -2,8 +2,8 @@
 
 #include "chain/module_loader.h"
 #include "driver/locked_surface.h"
-#include "driver/stride.h"
 #include "magnifier/bitmaps.h"
+#include "magnifier/stride.h"
 
 namespace koru {
 
@@ -30,8 +30,9 @@ namespace {
 
 HSURF BuildScreenSurfaces(Screen& screen, HSURF hsurfReal)
 {
-    DropBitmap(screen.hsurfVirtual); // left over when the surface was not disabled in between
-    DropBitmap(screen.hsurfDevice);
+    // What was not disabled in between stays: the engine may still draw on its device surface, and the
+    // VirtualScreen behind that has to outlive it.
+    screen.hsurfDevice = nullptr;
     screen.hsurfReal = hsurfReal;
     const LockedSurface real(hsurfReal);
     if (!real)

@@ -50,7 +50,7 @@ BOOL APIENTRY DrvGradientFill(SURFOBJ* psoDest, CLIPOBJ* pco, XLATEOBJ* pxlo, TR
         [&](RECTL& bounds) { return CutToClip(bounds, prclExtents, pco); },
         [&](SURFOBJ* on, SURFOBJ*) {
             const auto fill = OptionalEngEntries.GradientFill;
-            return fill && prclExtents
+            return fill && prclExtents && pVertex && pMesh
                 ? fill(on, pco, pxlo, pVertex, nVertex, pMesh, nMesh, prclExtents, pptlDitherOrg, ulMode)
                 : FALSE;
         },

@@ -4,6 +4,7 @@
 #include "hooks/call_rectangles.h"
 #include "hooks/entry_points.h"
 #include "hooks/hook_frame.h"
+#include "hooks/needed.h"
 #include "platform/services.h"
 
 namespace koru {
@@ -41,8 +42,10 @@ BOOL APIENTRY DrvBitBlt(SURFOBJ* psoTrg, SURFOBJ* psoSrc, SURFOBJ* psoMask, CLIP
     return RunHook(
         {CALL_BITBLT, psoTrg, psoSrc, prclTrg, &rclSrc}, [&](RECTL& bounds) { return CutToClip(bounds, prclTrg, pco); },
         [&](SURFOBJ* on, SURFOBJ* from) {
-            return prclTrg ? EngBitBlt(on, from, psoMask, pco, pxlo, prclTrg, pptlSrc, pptlMask, pbo, pptlBrush, rop4)
-                           : FALSE;
+            const bool whole = prclTrg && (from || !RopReadsSource(rop4)) && HasPlace(from, pptlSrc)
+                && HasPlace(psoMask, pptlMask);
+            return whole ? EngBitBlt(on, from, psoMask, pco, pxlo, prclTrg, pptlSrc, pptlMask, pbo, pptlBrush, rop4)
+                         : FALSE;
         },
         [&](BYTE* record, ULONG room) {
             return ExpandDrvBitBlt(psoTrg, psoSrc, psoMask, pco, pxlo, prclTrg, pptlSrc, pptlMask, pbo, pptlBrush, rop4,

@@ -10,8 +10,8 @@
 #include "driver/record_flags.h"
 #include "driver/screen_list.h"
 #include "driver/semaphore_hold.h"
-#include "driver/stride.h"
 #include "hooks/entry_points.h"
+#include "magnifier/stride.h"
 #include "platform/runtime.h"
 
 namespace koru {

@@ -13,10 +13,6 @@ namespace koru {
 
 namespace {
 
-    // Drawing on a device-managed surface makes the engine call the hooks again, and nothing but this
-    // ends it.
-    constexpr LONG DeepestNesting = 8;
-
     BOOL DrawNested(const HookedCall& call, DrawOn draw)
     {
         if (HookDepth >= DeepestNesting)

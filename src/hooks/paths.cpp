@@ -53,7 +53,7 @@ BOOL APIENTRY DrvStrokePath(SURFOBJ* pso, PATHOBJ* ppo, CLIPOBJ* pco, XFORMOBJ* 
     return RunHook(
         {CALL_STROKEPATH, pso, nullptr, place.Touched(), nullptr}, [&](RECTL& bounds) { return place.Bounds(bounds); },
         [&](SURFOBJ* on, SURFOBJ*) {
-            return ppo ? EngStrokePath(on, ppo, pco, pxo, pbo, pptlBrushOrg, plineattrs, mix) : FALSE;
+            return ppo && plineattrs ? EngStrokePath(on, ppo, pco, pxo, pbo, pptlBrushOrg, plineattrs, mix) : FALSE;
         },
         [&](BYTE* record, ULONG room) {
             return ExpandDrvStrokePath(pso, ppo, pco, pxo, pbo, pptlBrushOrg, plineattrs, mix, record, room);
@@ -84,9 +84,9 @@ BOOL APIENTRY DrvStrokeAndFillPath(SURFOBJ* pso, PATHOBJ* ppo, CLIPOBJ* pco, XFO
         {CALL_STROKEANDFILLPATH, pso, nullptr, place.Touched(), nullptr},
         [&](RECTL& bounds) { return place.Bounds(bounds); },
         [&](SURFOBJ* on, SURFOBJ*) {
-            return ppo ? EngStrokeAndFillPath(on, ppo, pco, pxo, pboStroke, plineattrs, pboFill, pptlBrushOrg, mixFill,
-                                              flOptions)
-                       : FALSE;
+            return ppo && plineattrs ? EngStrokeAndFillPath(on, ppo, pco, pxo, pboStroke, plineattrs, pboFill,
+                                                            pptlBrushOrg, mixFill, flOptions)
+                                     : FALSE;
         },
         [&](BYTE* record, ULONG room) {
             return ExpandDrvStrokeAndFillPath(pso, ppo, pco, pxo, pboStroke, plineattrs, pboFill, pptlBrushOrg, mixFill,

@@ -26,6 +26,22 @@ namespace {
         return RectangleAt(&corner, &onePixel);
     }
 
+    // With HookDepth raised, and the touched place shown.
+    ULONG DoPointerWork(SURFOBJ* pso, const TargetScreen& target, PointerWork work)
+    {
+        if (HookDepth >= DeepestNesting)
+            return 0;
+        LockedSurface backing;
+        if (HookDepth == 0)
+            backing.LockBacking(pso);
+        const NestedDrawing nested;
+        RECTL touched = NoRectangle;
+        const ULONG result = work(backing.Or(pso), touched);
+        if (target.screen && !IsEmpty(touched))
+            ShowOnRealScreen(*target.screen, target.onScreen ? backing.Get() : nullptr, touched);
+        return result;
+    }
+
     // The common part of both calls. `area` decides whether the call is visible; null: it is.
     ULONG RunPointerHook(ULONG bit, SURFOBJ* pso, const RECTL* area, PointerWork work, Expand expand)
     {
@@ -33,16 +49,7 @@ namespace {
         TargetScreen target = FindTarget(pso);
         if (target.screen && area)
             target.visible = IsCoveredByDarkZones(target.screen->DarkZones, *area) != 0;
-        ULONG result = 0;
-        {
-            LockedSurface backing;
-            backing.LockBacking(pso);
-            const NestedDrawing nested;
-            RECTL touched = NoRectangle;
-            result = work(backing.Or(pso), touched);
-            if (target.screen && !IsEmpty(touched))
-                ShowOnRealScreen(*target.screen, target.onScreen ? backing.Get() : nullptr, touched);
-        }
+        const ULONG result = DoPointerWork(pso, target, work);
         const LONGLONG now = CaptureAllows(bit, pso, target.visible) ? CaptureCall(expand, PointerFlag) : ReadCounter();
         UpdateIfDue(target.screen, now);
         return result;

@@ -3,6 +3,7 @@
 #include "hooks/call_rectangles.h"
 #include "hooks/entry_points.h"
 #include "hooks/hook_frame.h"
+#include "hooks/needed.h"
 #include "magnifier/rectangle.h"
 #include "platform/services.h"
 
@@ -50,7 +51,7 @@ BOOL APIENTRY DrvStretchBlt(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoMask,
         {CALL_STRETCHBLT, psoDest, psoSrc, &ordered, &ordered},
         [&](RECTL& bounds) { return CutToClip(bounds, prclDest ? &ordered : nullptr, pco); },
         [&](SURFOBJ* on, SURFOBJ* from) {
-            return from && prclDest && prclSrc
+            return from && prclDest && prclSrc && HasPlace(psoMask, pptlMask)
                 ? EngStretchBlt(on, from, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode)
                 : FALSE;
         },
@@ -71,7 +72,9 @@ BOOL APIENTRY DrvStretchBltROP(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoMa
         [&](RECTL& bounds) { return CutToClip(bounds, prclDest ? &ordered : nullptr, pco); },
         [&](SURFOBJ* on, SURFOBJ* from) {
             const auto stretch = OptionalEngEntries.StretchBltROP;
-            return stretch && from && prclDest && prclSrc
+            const bool whole =
+                prclDest && prclSrc && (from || !RopReadsSource(rop4)) && HasPlace(psoMask, pptlMask);
+            return stretch && whole
                 ? stretch(on, from, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode, pbo, rop4)
                 : FALSE;
         },
@@ -92,7 +95,7 @@ BOOL APIENTRY DrvPlgBlt(SURFOBJ* psoTrg, SURFOBJ* psoSrc, SURFOBJ* psoMsk, CLIPO
         {CALL_PLGBLT, psoTrg, psoSrc, &painted, prcl}, [&](RECTL& bounds) { return CutToClip(bounds, prcl, pco); },
         [&](SURFOBJ* on, SURFOBJ* from) {
             const auto blit = OptionalEngEntries.PlgBlt;
-            return blit && from && pptfx && prcl
+            return blit && from && pptfx && prcl && HasPlace(psoMsk, pptl)
                 ? blit(on, from, psoMsk, pco, pxlo, pca, pptlBrushOrg, pptfx, prcl, pptl, iMode)
                 : FALSE;
         },

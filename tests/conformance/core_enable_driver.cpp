@@ -190,6 +190,41 @@ namespace {
         }
     }
 
+    std::vector<std::vector<ULONG>> handedOver; // record, length, flag
+
+    LONG APIENTRY Qp(BYTE* record, ULONG length, LONG flag)
+    {
+        handedOver.push_back({reinterpret_cast<ULONG>(record), length, static_cast<ULONG>(flag)});
+        return 0;
+    }
+
+    TEST_F(Enabling, HandsOverNothingButTheFlagWithoutACaptureBuffer)
+    {
+        engine.Fail(engine::Request::Memory, 2);
+        Enable(0x30100);
+        engine.StopFailing();
+        const auto command = [this](ULONG subCommand, ULONG word1, ULONG word3) {
+            ULONG in[6] = {subCommand, word1, 0, word3, 0, 0};
+            ULONG out = 0;
+            Hook<PFN_DrvEscape>(INDEX_DrvEscape)(nullptr, 0x490914, sizeof(in), in, sizeof(out), &out);
+        };
+        command(36, 0, reinterpret_cast<ULONG>(&Qp));
+        command(57, 0xFFFFFFFF, 0);
+        command(2, 0, 0);
+        handedOver.clear();
+        Hook<PFN_DrvGetModes>(INDEX_DrvGetModes)(nullptr, 0, nullptr);
+        EXPECT_EQ(handedOver, (std::vector<std::vector<ULONG>>{{0, 0, 0}}));
+        SURFOBJ* const picture = engine::MakeBitmap({4, 4}, engine::PixelLayout::Default(BMF_32BPP));
+        RECTL to = {0, 0, 4, 4};
+        POINTL origin = {0, 0};
+        engine::Brush brush = engine::Brush::Solid(5);
+        EXPECT_EQ(Hook<PFN_DrvBitBlt>(INDEX_DrvBitBlt)(picture, nullptr, nullptr, nullptr, nullptr, &to, nullptr,
+                                                       nullptr, &brush, &origin, 0xF0F0),
+                  TRUE);
+        ASSERT_EQ(handedOver.size(), 2u);
+        EXPECT_EQ(handedOver.back(), (std::vector<ULONG>{0, 0, 1}));
+    }
+
     TEST_F(Enabling, KeepsTheLoadersFailureWhenTheCaptureBufferCannotBeMadeEither)
     {
         chain.status = 1;

@@ -1,5 +1,7 @@
 // DrvEnableSurface and DrvDisableSurface: the three surfaces of a screen.
 
+#include <utility>
+
 #include "tests/conformance/core_real_driver.h"
 #include "tests/conformance/core_setups.h"
 #include "tests/conformance/hook_calls.h"
@@ -97,7 +99,8 @@ namespace {
         const char* name;
         engine::Request request;
         ULONG nth; // after the real driver's own
-        ULONG surfacesLeft; // until the device goes; one more is the real driver's
+        ULONG surfacesLeft; // until the device goes
+        ULONG surfacesLost; // for good: a device surface whose handle is not kept
     };
     class FailingSurfaces : public testing::TestWithParam<FailureCase> { };
 
@@ -119,17 +122,18 @@ namespace {
         EXPECT_EQ(session.Engine().Outstanding().surfaces, before.surfaces + GetParam().surfacesLeft);
         EXPECT_EQ(session.Engine().Outstanding().locks, before.locks);
         session.Hook<PFN_DrvDisableSurface>(INDEX_DrvDisableSurface)(dhpdev);
+        EXPECT_EQ(session.Engine().Outstanding().surfaces, before.surfaces + GetParam().surfacesLost);
         session.Hook<PFN_DrvDisablePDEV>(INDEX_DrvDisablePDEV)(dhpdev);
     }
 
     // The magnifier's two bitmaps come first; the VirtualScreen is the third, the device surface the fourth.
     INSTANTIATE_TEST_SUITE_P(
         Requests, FailingSurfaces,
-        testing::Values(FailureCase{"RealScreenNotLocked", engine::Request::Lock, 1, 0},
-                        FailureCase{"VirtualScreenNotMade", engine::Request::CreateSurface, 3, 2},
-                        FailureCase{"DeviceSurfaceNotMade", engine::Request::CreateSurface, 4, 3},
-                        FailureCase{"VirtualScreenNotAssociated", engine::Request::Associate, 1, 4},
-                        FailureCase{"DeviceSurfaceNotAssociated", engine::Request::Associate, 2, 4}),
+        testing::Values(FailureCase{"RealScreenNotLocked", engine::Request::Lock, 1, 0, 0},
+                        FailureCase{"VirtualScreenNotMade", engine::Request::CreateSurface, 3, 2, 0},
+                        FailureCase{"DeviceSurfaceNotMade", engine::Request::CreateSurface, 4, 3, 0},
+                        FailureCase{"VirtualScreenNotAssociated", engine::Request::Associate, 1, 4, 1},
+                        FailureCase{"DeviceSurfaceNotAssociated", engine::Request::Associate, 2, 4, 1}),
         [](const auto& info) { return info.param.name; });
 
     TEST(EnableSurface, WorksWithoutTheMagnifiersBitmaps)
@@ -174,19 +178,24 @@ namespace {
         EXPECT_NE(DeviceSurface(session), 0u);
     }
 
-    TEST(EnableSurface, TwiceLeavesNothingOfTheFirstTime)
+    TEST(EnableSurface, TwiceLeavesTheFirstDeviceSurfaceAndWhatIsBehindIt)
     {
         Session session(WithoutDevice());
         RealDriver real(session);
         ASSERT_TRUE(session.Device().Enable({64, 48, 32}));
-        const engine::Resources before = session.Engine().Outstanding();
+        engine::Surface* const first = engine::FindSurface(session.Device().Primary());
+        engine::Surface* const behind = session.Virtual();
+        engine::Resources expected = session.Engine().Outstanding();
+        expected.surfaces += 2; // those two, which the engine may still use
         session.Zoom(CreateZoomer);
         session.Engine().ClearDebugOutput();
         const HSURF second = session.Hook<PFN_DrvEnableSurface>(INDEX_DrvEnableSurface)(session.Device().Dhpdev());
         EXPECT_NE(second, nullptr);
         EXPECT_EQ(session.Engine().DebugOutput(), "KORU:Error: MultiZoom Init !! hBmpStretchDest != NULL \n");
-        EXPECT_EQ(session.Engine().Outstanding(), before);
+        EXPECT_EQ(session.Engine().Outstanding(), expected);
         EXPECT_EQ(DeviceSurface(session), reinterpret_cast<ULONG>(second));
+        EXPECT_EQ(FillRectangle(session, first, {0, 0, 4, 4}), TRUE);
+        EXPECT_EQ(PaintedPart(*behind), "0 0 4 4");
     }
 
     TEST(EnableSurface, StartsWithoutAPointer)
@@ -219,6 +228,36 @@ namespace {
         const engine::Surface* const behind = engine::FindSurface(reinterpret_cast<HSURF>(screen->dhsurf));
         EXPECT_TRUE(SamePixels(*behind, *MakePicture(session, {64, 48})));
         EXPECT_EQ(session.Engine().DebugOutput(), "");
+    }
+
+    TEST(EnableSurface, HasRowsOfItsOwnWhenThoseOfTheRealScreenDoNotHoldAPixelRow)
+    {
+        for (const LONG delta : {0, 4, 255}) {
+            Session session(WithoutDevice());
+            RealDriver real(session);
+            const LONG realDelta = std::exchange(real.surface->lDelta, delta);
+            EXPECT_TRUE(session.Device().Enable({64, 48, 32}));
+            EXPECT_EQ(session.Virtual()->lDelta, 256) << delta;
+            real.surface->lDelta = realDelta;
+        }
+    }
+
+    TEST(SurfacesOfAnUnknownDevice, MakeThePointerForgottenToo)
+    {
+        const auto unknown = reinterpret_cast<DHPDEV>(0x777);
+        for (const bool enable : {false, true}) {
+            Session session(WithoutDevice());
+            RealDriver real(session);
+            ASSERT_TRUE(session.Device().Enable({64, 48, 32}));
+            const engine::Resources before = session.Engine().Outstanding();
+            ShowPointer(session);
+            EXPECT_GT(session.Engine().Outstanding().surfaces, before.surfaces);
+            if (enable)
+                session.Hook<PFN_DrvEnableSurface>(INDEX_DrvEnableSurface)(unknown);
+            else
+                session.Hook<PFN_DrvDisableSurface>(INDEX_DrvDisableSurface)(unknown);
+            EXPECT_EQ(session.Engine().Outstanding(), before);
+        }
     }
 
     TEST(DisableSurface, GivesUpThePointersBitmaps)

@@ -97,6 +97,35 @@ namespace {
                                                                     &line, CopyPen);
     }
 
+    // Covers the same rows.
+    BOOL StrokeAndFillWideLine(Session& session, SURFOBJ* target)
+    {
+        engine::Path path = LevelLine(24);
+        LINEATTRS line = {};
+        line.fl = LA_GEOMETRIC;
+        line.iEndCap = ENDCAP_BUTT;
+        line.elWidth.e = 24.0f;
+        line.eMiterLimit = 10.0f;
+        return session.Hook<PFN_DrvStrokeAndFillPath>(INDEX_DrvStrokeAndFillPath)(
+            target, &path, nullptr, nullptr, &Solid(), &line, &Solid(), &origin, CopyPen, FP_WINDINGMODE);
+    }
+
+    BOOL StretchMirrored(Session& session, SURFOBJ* target)
+    {
+        RECTL to = {40, 30, 20, 10}, from = {0, 0, 10, 10};
+        return session.Hook<PFN_DrvStretchBlt>(INDEX_DrvStretchBlt)(target, MakePicture(session, {10, 10}), nullptr,
+                                                                    nullptr, nullptr, nullptr, nullptr, &to, &from,
+                                                                    nullptr, COLORONCOLOR);
+    }
+
+    BOOL StretchRopMirrored(Session& session, SURFOBJ* target)
+    {
+        RECTL to = {40, 30, 20, 10}, from = {0, 0, 10, 10};
+        return session.Hook<PFN_DrvStretchBltROP>(INDEX_DrvStretchBltROP)(
+            target, MakePicture(session, {10, 10}), nullptr, nullptr, nullptr, nullptr, nullptr, &to, &from, nullptr,
+            COLORONCOLOR, nullptr, 0xCCCC);
+    }
+
     BOOL FillTriangle(Session& session, SURFOBJ* target)
     {
         engine::Path path;
@@ -149,6 +178,10 @@ namespace {
                                              OddCall{"LevelLinesLastPixel", {39, 8}, StrokeLevelLine},
                                              OddCall{"TopOfAWideLine", {20, 7}, StrokeWideLine},
                                              OddCall{"BottomOfAWideLine", {20, 35}, StrokeWideLine},
+                                             OddCall{"TopOfAFilledWideLine", {20, 7}, StrokeAndFillWideLine},
+                                             OddCall{"BottomOfAFilledWideLine", {20, 35}, StrokeAndFillWideLine},
+                                             OddCall{"MirroredStretch", {24, 14}, StretchMirrored},
+                                             OddCall{"MirroredStretchROP", {24, 14}, StretchRopMirrored},
                                              OddCall{"FilledTriangle", {10, 10}, FillTriangle},
                                              OddCall{"Parallelogram", {36, 26}, PaintParallelogram},
                                              OddCall{"ParallelogramsFourthCorner", {46, 38}, PaintParallelogram},

@@ -1,5 +1,7 @@
 // What every drawing hook does around its own drawing.
 
+#include <utility>
+
 #include "tests/conformance/core_real_driver.h"
 #include "tests/conformance/core_setups.h"
 #include "tests/conformance/hook_calls.h"
@@ -308,6 +310,36 @@ namespace {
             session.Hook<PFN_DrvCopyBits>(INDEX_DrvCopyBits)(target, session.Screen(), nullptr, nullptr, &to, &from),
             TRUE);
         EXPECT_EQ(PaintedPart(*target), "8 8 24 20");
+    }
+
+    TEST(HookFrame, DrawsOnTheBitmapBehindASurfaceOfAnUnknownDevice)
+    {
+        Session session;
+        engine::Surface* const bitmap = engine::FindSurface(session.Device().CreateCompatibleBitmap({64, 48}));
+        engine::Surface* const behind = engine::FindSurface(reinterpret_cast<HSURF>(bitmap->dhsurf));
+        FillBitmap(*behind, 0);
+        session.records.clear();
+        const DHPDEV dhpdev = std::exchange(bitmap->dhpdev, reinterpret_cast<DHPDEV>(0x777));
+        EXPECT_EQ(FillRectangle(session, bitmap, Painted), TRUE);
+        bitmap->dhpdev = dhpdev;
+        EXPECT_EQ(PaintedPart(*behind), "8 8 24 20");
+        EXPECT_EQ(session.TakeOnlyRecord().flag, 1);
+    }
+
+    TEST(HookFrame, PassesAMaskOnAsItCame)
+    {
+        // The bitmap behind the mask would let everything through; a device bitmap has no bits to read.
+        Session session(InMode({64, 48, 1}));
+        engine::Surface* const mask = engine::FindSurface(session.Device().CreateCompatibleBitmap({64, 48}));
+        engine::Surface* const behind = engine::FindSurface(reinterpret_cast<HSURF>(mask->dhsurf));
+        FillBitmap(*behind, 1);
+        engine::Brush brush = engine::Brush::Solid(1);
+        RECTL to = Painted;
+        POINTL origin = {0, 0};
+        session.expectViolations = true; // of the engine's service, which finds no bits
+        session.Hook<PFN_DrvBitBlt>(INDEX_DrvBitBlt)(session.Screen(), nullptr, mask, nullptr, nullptr, &to, nullptr,
+                                                     &origin, &brush, &origin, 0xAAF0);
+        EXPECT_EQ(PaintedPart(*session.Virtual()), "nothing");
     }
 
     TEST(HookFrame, IsDueAfterMoreThanTheIntervalInWholeMilliseconds)

@@ -162,6 +162,26 @@ namespace {
                                       number(mask), 0, 6}));
     }
 
+    TEST_F(RealizeBrush, PassesPatternAndMaskOnAsTheyCame)
+    {
+        pattern = engine::FindSurface(session.Device().CreateCompatibleBitmap({8, 8}));
+        mask = engine::FindSurface(session.Device().CreateCompatibleBitmap({8, 8}));
+        engine::ForgetRealCalls();
+        Realize(session.Screen());
+        ASSERT_EQ(engine::RealCalls().size(), 1u);
+        EXPECT_EQ(engine::RealCalls()[0].arguments[2], reinterpret_cast<ULONG>(pattern));
+        EXPECT_EQ(engine::RealCalls()[0].arguments[3], reinterpret_cast<ULONG>(mask));
+    }
+
+    TEST_F(RealizeBrush, IsRefusedAndCapturedWhenTheBitmapBehindTheTargetDoesNotLock)
+    {
+        session.Engine().RefuseLock(session.Virtual()->hsurf);
+        engine::ForgetRealCalls();
+        EXPECT_EQ(Realize(session.Screen()), FALSE);
+        EXPECT_TRUE(engine::RealCalls().empty());
+        EXPECT_EQ(session.TakeOnlyRecord().flag, 0);
+    }
+
     TEST_F(RealizeBrush, IsCapturedWithFlagZeroOnTheScreenAndOneElsewhere)
     {
         Realize(session.Screen());

@@ -202,6 +202,31 @@ namespace {
         EXPECT_EQ(session.Engine().TakeDebugOutput(), "");
     }
 
+    TEST(DrawnPointer, MovesOnTheScreenOfADeviceBitmapThatIsNamed)
+    {
+        Session session(WithOptions("00"));
+        SURFOBJ* const bitmap = engine::FindSurface(session.Device().CreateCompatibleBitmap({64, 48}));
+        const auto move = session.Hook<PFN_DrvMovePointer>(INDEX_DrvMovePointer);
+        SetShape(session, 10, 12);
+        EXPECT_EQ(ShownBy(session, [&] { move(bitmap, 20, 30, nullptr); }), "10 12 24 34");
+        EXPECT_EQ(session.Real()->Pixel(12, 30), 0x00445566u) << "out of the VirtualScreen";
+        session.records.clear();
+        session.AddDarkZone({5, 6, 6, 7});
+        move(bitmap, 5, 6, nullptr);
+        EXPECT_TRUE(session.records.empty()) << "the dark zones are that screen's";
+    }
+
+    TEST(ForwardedPointer, GoesWithTheBitmapBehindADeviceBitmap)
+    {
+        Session session(WithOptions("02"));
+        const SURFOBJ* const bitmap = engine::FindSurface(session.Device().CreateCompatibleBitmap({64, 48}));
+        engine::ForgetRealCalls();
+        session.Hook<PFN_DrvMovePointer>(INDEX_DrvMovePointer)(const_cast<SURFOBJ*>(bitmap), 3, 4, nullptr);
+        ASSERT_EQ(engine::RealCalls().size(), 1u);
+        const SURFOBJ* const behind = engine::FindSurface(reinterpret_cast<HSURF>(bitmap->dhsurf));
+        EXPECT_EQ(engine::RealCalls()[0].arguments[0], reinterpret_cast<ULONG>(behind));
+    }
+
     TEST(UndrawnPointer, IsDeclinedAndMovedByNobody)
     {
         Session session(WithOptions("01"));
@@ -246,6 +271,10 @@ namespace {
         session.Engine().RefuseLock(session.Virtual()->hsurf);
         engine::ForgetRealCalls();
         Move(session, 3, 4);
+        ASSERT_EQ(engine::RealCalls().size(), 1u);
+        EXPECT_EQ(engine::RealCalls()[0].arguments[0], reinterpret_cast<ULONG>(session.Screen()));
+        engine::ForgetRealCalls();
+        EXPECT_EQ(SetShape(session, 3, 4), SPS_ACCEPT_NOEXCLUDE);
         ASSERT_EQ(engine::RealCalls().size(), 1u);
         EXPECT_EQ(engine::RealCalls()[0].arguments[0], reinterpret_cast<ULONG>(session.Screen()));
     }
@@ -316,6 +345,50 @@ namespace {
         POINTL from = {0, 0};
         session.Hook<PFN_DrvCopyBits>(INDEX_DrvCopyBits)(session.Screen(), source, nullptr, nullptr, &to, &from);
         EXPECT_EQ(session.records.size(), 1u);
+    }
+
+    // Older engines: only what no device manages, and of the pointer's size, which is nothing.
+    class OlderPointerCopies : public testing::Test {
+    protected:
+        OlderPointerCopies()
+            : session(WithOptions("01", 0x20000))
+        {
+            source->sizlBitmap = {0, 0};
+        }
+        ~OlderPointerCopies() override { source->sizlBitmap = {2, 2}; }
+        ULONG RecordsOfCopy()
+        {
+            RECTL to = {1, 1, 1, 1};
+            POINTL from = {0, 0};
+            session.records.clear();
+            session.Hook<PFN_DrvCopyBits>(INDEX_DrvCopyBits)(session.Screen(), source, nullptr, nullptr, &to, &from);
+            return static_cast<ULONG>(session.records.size());
+        }
+        Session session;
+        engine::Surface* source = MakePicture(session, {2, 2});
+    };
+
+    TEST_F(OlderPointerCopies, AreFilteredWhenNothingManagesTheirSource)
+    {
+        EXPECT_EQ(RecordsOfCopy(), 0u);
+        source->dhpdev = session.Device().Dhpdev();
+        EXPECT_EQ(RecordsOfCopy(), 1u);
+        source->dhpdev = nullptr;
+        source->hdev = session.Device().Handle();
+        EXPECT_EQ(RecordsOfCopy(), 1u);
+        source->hdev = nullptr;
+        source->dhsurf = reinterpret_cast<DHSURF>(source->hsurf);
+        EXPECT_EQ(RecordsOfCopy(), 1u);
+        source->dhsurf = nullptr;
+        EXPECT_EQ(RecordsOfCopy(), 0u);
+    }
+
+    TEST_F(OlderPointerCopies, AreOfThePointersSizeInBothDirections)
+    {
+        source->sizlBitmap = {1, 0};
+        EXPECT_EQ(RecordsOfCopy(), 1u);
+        source->sizlBitmap = {0, 1};
+        EXPECT_EQ(RecordsOfCopy(), 1u);
     }
 
     TEST(PointerCopies, ToASurfaceOfAnotherHandleOfTheDeviceAreCaptured)

@@ -28,6 +28,7 @@ namespace {
     struct DepthCase {
         ULONG bitsPerPixel;
         ULONG format;
+        LONG rowBytes; // of 11 pixels, not padded
     };
     class SaveScreenBits : public testing::TestWithParam<DepthCase> { };
 
@@ -41,6 +42,7 @@ namespace {
         EXPECT_EQ(saved->sizlBitmap.cx, 11);
         EXPECT_EQ(saved->sizlBitmap.cy, 11);
         EXPECT_EQ(saved->iBitmapFormat, GetParam().format);
+        EXPECT_EQ(saved->lDelta, GetParam().rowBytes);
         EXPECT_EQ(saved->fjBitmap & BMF_TOPDOWN, BMF_TOPDOWN);
         EXPECT_EQ(PaintedPart(*saved), "0 0 10 10") << "the further column and row stay empty";
         Call(session, SS_FREE, ident, Part);
@@ -60,9 +62,9 @@ namespace {
     }
 
     INSTANTIATE_TEST_SUITE_P(Depths, SaveScreenBits,
-                             testing::Values(DepthCase{1, BMF_1BPP}, DepthCase{4, BMF_4BPP}, DepthCase{8, BMF_8BPP},
-                                             DepthCase{15, BMF_16BPP}, DepthCase{16, BMF_16BPP},
-                                             DepthCase{24, BMF_24BPP}, DepthCase{32, BMF_32BPP}),
+                             testing::Values(DepthCase{1, BMF_1BPP, 2}, DepthCase{4, BMF_4BPP, 6}, DepthCase{8, BMF_8BPP, 11},
+                                             DepthCase{15, BMF_16BPP, 22}, DepthCase{16, BMF_16BPP, 22},
+                                             DepthCase{24, BMF_24BPP, 33}, DepthCase{32, BMF_32BPP, 44}),
                              [](const auto& info) { return "Bits" + std::to_string(info.param.bitsPerPixel); });
 
     TEST(SaveScreenBitsAlone, KeepsAndPutsBackWhatLiesOnTheScreen)
