@@ -115,8 +115,11 @@ ULONG Cursor::MixedAlpha(ULONG pixel, ULONG background) const
         return format_.bits == 1 ? full.green >= 128 : PixelOf(format_, full); // only greys on one bit
     }
     const Colour under = ColourOf(format_, background);
-    return PixelOf(format_, {Over(colour.red, under.red, alpha), Over(colour.green, under.green, alpha),
-                             Over(colour.blue, under.blue, alpha)});
+    const ULONG unused = format_.bits == 32 ? background & 0xFF000000 : 0;
+    return unused
+        | PixelOf(format_,
+                  {Over(colour.red, under.red, alpha), Over(colour.green, under.green, alpha),
+                   Over(colour.blue, under.blue, alpha)});
 }
 
 } // namespace property

@@ -6,12 +6,6 @@ namespace property {
 
 namespace {
 
-    std::int64_t SmoothingMargin(const Zoomer& zoomer)
-    {
-        constexpr std::int64_t margins[] = {0, 1, 1, 2};
-        return zoomer.improveFactor <= 3 ? margins[zoomer.improveFactor] : 0;
-    }
-
     void AddPending(Zoomer& zoomer, const Rect& drawn)
     {
         if (zoomer.behaviour != 2 || !Meets(zoomer.originalRect, drawn))
@@ -68,8 +62,8 @@ void Magnifier::SetZOrder(ULONG id, LONG zOrder)
     moved->zOrder = zOrder;
     std::list<Zoomer> alone;
     alone.splice(alone.begin(), zoomers, moved);
-    const Position before = std::find_if(zoomers.begin(), zoomers.end(),
-                                         [zOrder](const Zoomer& zoomer) { return zoomer.zOrder < zOrder; });
+    const Position before =
+        std::find_if(zoomers.begin(), zoomers.end(), [zOrder](const Zoomer& zoomer) { return zoomer.zOrder < zOrder; });
     const auto newPosition = std::distance(zoomers.begin(), before);
     zoomers.splice(before, alone);
     if (newPosition != oldPosition)
@@ -139,7 +133,7 @@ Rect Magnifier::RenderPart(Zoomer& zoomer)
 {
     if (zoomer.pendingRect.IsEmpty())
         return {};
-    const Rect source = Intersect(zoomer.pendingRect.Inflated(SmoothingMargin(zoomer)), zoomer.originalRect);
+    const Rect source = Intersect(zoomer.pendingRect.Inflated(zoomer.SmoothingMargin()), zoomer.originalRect);
     const Rect place = zoomer.ToDestination(source);
     if (place.IsEmpty())
         return {};

@@ -2,6 +2,15 @@
 
 namespace property {
 
+namespace {
+
+    LONG Wrapped(std::int64_t value)
+    {
+        return static_cast<LONG>(static_cast<ULONG>(value));
+    }
+
+} // namespace
+
 void Overlay::SetImage(const Picture& empty, const Picture& client, BYTE level, const Point& at, const Rect& covered)
 {
     if (!image)
@@ -9,7 +18,7 @@ void Overlay::SetImage(const Picture& empty, const Picture& client, BYTE level, 
     rop3 = level;
     origin = at;
     sourceRect = covered;
-    Copy(*image, {at.x, at.y, at.x + covered.Width(), at.y + covered.Height()}, client, at);
+    Copy(*image, {at.x, at.y, Wrapped(at.x + covered.Width()), Wrapped(at.y + covered.Height())}, client, at);
 }
 
 void Overlay::SetMask(const Picture& empty, const Picture& client, const Rect& rect)
@@ -25,9 +34,10 @@ void Overlay::MergeInto(Picture& picture, const Rect& rect) const
     if (!image || needsPattern)
         return;
     const Rect part = Intersect(Intersect(sourceRect, rect), picture.Bounds());
+    const Point from = {Wrapped(part.left - sourceRect.left + origin.x), Wrapped(part.top - sourceRect.top + origin.y)};
     for (std::int64_t y = part.top; y < part.bottom; ++y)
         for (std::int64_t x = part.left; x < part.right; ++x) {
-            const std::int64_t imageX = x - sourceRect.left + origin.x, imageY = y - sourceRect.top + origin.y;
+            const std::int64_t imageX = x - part.left + from.x, imageY = y - part.top + from.y;
             if (!image->Has(imageX, imageY))
                 continue;
             const ULONG keep = mask ? mask->At(imageX, imageY) : 0;

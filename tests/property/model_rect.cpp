@@ -44,8 +44,7 @@ namespace {
         // starts above, inside its columns
         {{{{"ltrT"}, {"ltrT", "lBrb"}}, {{"ltrT", "RTrb"}, {"ltrT", "RTrb", "lBRb"}}},
          // starts above and to the left
-         {{{"ltLb", "LtrT"}, {"ltrT", "lTLB", "lBrb"}},
-          {{"ltLb", "LtrT", "RTrb"}, {"ltrT", "lTLB", "lBrb", "RTrB"}}}},
+         {{{"ltLb", "LtrT"}, {"ltrT", "lTLB", "lBrb"}}, {{"ltLb", "LtrT", "RTrb"}, {"ltrT", "lTLB", "lBrb", "RTrB"}}}},
     };
 
     std::int64_t Edge(char letter, const Rect& hammer, const Rect& from)
@@ -70,8 +69,8 @@ std::vector<Rect> Subtract(const Rect& hammer, const Rect& from)
     if (!Meets(hammer, from))
         return {from};
     std::vector<Rect> result;
-    for (const char* piece : Pieces[from.top < hammer.top][from.left < hammer.left][from.right > hammer.right]
-                                   [from.bottom > hammer.bottom])
+    for (const char* piece :
+         Pieces[from.top < hammer.top][from.left < hammer.left][from.right > hammer.right][from.bottom > hammer.bottom])
         result.push_back({Edge(piece[0], hammer, from), Edge(piece[1], hammer, from), Edge(piece[2], hammer, from),
                           Edge(piece[3], hammer, from)});
     return result;

@@ -68,7 +68,10 @@ namespace {
         ULONG Choose(ULONG first, ULONG second) const { return choice_.Choose(first, second, zoomer_.darkerWins); }
         ULONG BlockColour(const Quadrant& q, std::int64_t x, std::int64_t y) const { return At(x + q.x, y + q.y); }
         // The colour that grows into the block, if it is on both sides of it.
-        ULONG GrowingColour(const Quadrant& q, std::int64_t x, std::int64_t y) const { return At(x - 1 - q.x, y + q.y); }
+        ULONG GrowingColour(const Quadrant& q, std::int64_t x, std::int64_t y) const
+        {
+            return At(x - 1 - q.x, y + q.y);
+        }
 
         // The rule without corners and borders: the colour on both sides of the block may grow into it.
         bool Grows(const Quadrant& q, std::int64_t x, std::int64_t y) const
@@ -76,7 +79,8 @@ namespace {
             const ULONG block = BlockColour(q, x, y), colour = GrowingColour(q, x, y);
             if (colour != At(x + q.x, y - 1 - q.y) || colour == block)
                 return false;
-            const ULONG topLeft = At(x - 1, y - 1), topRight = At(x, y - 1), bottomLeft = At(x - 1, y), bottomRight = At(x, y);
+            const ULONG topLeft = At(x - 1, y - 1), topRight = At(x, y - 1), bottomLeft = At(x - 1, y),
+                        bottomRight = At(x, y);
             const ULONG first = topLeft == topRight ? Choose(bottomLeft, bottomRight) : Choose(topLeft, topRight);
             if (first == colour)
                 return false;
@@ -93,7 +97,8 @@ namespace {
         // The square corner of a shape: three pixels of one colour whose edges go on in it.
         bool IsSquareCorner(std::int64_t x, std::int64_t y) const
         {
-            const ULONG topLeft = At(x - 1, y - 1), topRight = At(x, y - 1), bottomLeft = At(x - 1, y), bottomRight = At(x, y);
+            const ULONG topLeft = At(x - 1, y - 1), topRight = At(x, y - 1), bottomLeft = At(x - 1, y),
+                        bottomRight = At(x, y);
             const bool above = y - 2 >= original_.top, left = x - 2 >= original_.left;
             const bool below = y + 1 < original_.bottom, right = x + 1 < original_.right;
             if (bottomLeft == topRight && topRight == bottomRight)
@@ -139,7 +144,8 @@ namespace {
         // Factor 3: the window of a junction is whole.
         bool HasWindow(std::int64_t x, std::int64_t y) const
         {
-            return x - 2 >= original_.left && y - 2 >= original_.top && x + 1 < original_.right && y + 1 < original_.bottom;
+            return x - 2 >= original_.left && y - 2 >= original_.top && x + 1 < original_.right
+                && y + 1 < original_.bottom;
         }
         bool IsThin(const Quadrant& q, std::int64_t x, std::int64_t y) const
         {

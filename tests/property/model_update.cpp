@@ -115,17 +115,18 @@ void Magnifier::MoveImage(Zoomer& zoomer, const Rect& view, std::int64_t dx, std
     }
     Copy(zoomer.image, kept, zoomer.image, {kept.left - dx, kept.top - dy});
     if (dy != 0)
-        MagnifyStrip(zoomer, dy > 0 ? Rect(view.left, view.top, view.right, kept.top)
-                                    : Rect(view.left, kept.bottom, view.right, view.bottom));
+        MagnifyStrip(zoomer,
+                     dy > 0 ? Rect(view.left, view.top, view.right, kept.top)
+                            : Rect(view.left, kept.bottom, view.right, view.bottom));
     if (dx != 0)
-        MagnifyStrip(zoomer, dx > 0 ? Rect(view.left, kept.top, kept.left, kept.bottom)
-                                    : Rect(kept.right, kept.top, view.right, kept.bottom));
+        MagnifyStrip(zoomer,
+                     dx > 0 ? Rect(view.left, kept.top, kept.left, kept.bottom)
+                            : Rect(kept.right, kept.top, view.right, kept.bottom));
 }
 
 void Magnifier::MagnifyStrip(Zoomer& zoomer, const Rect& strip)
 {
-    const std::int64_t margin = zoomer.improveFactor == 3 ? 2 : zoomer.improveFactor == 0 ? 0 : 1;
-    const Rect source = Intersect(zoomer.ToSource(strip).Inflated(margin), zoomer.originalRect);
+    const Rect source = Intersect(zoomer.ToSource(strip).Inflated(zoomer.SmoothingMargin()), zoomer.originalRect);
     Magnify(zoomer, source, zoomer.ToDestination(source));
 }
 

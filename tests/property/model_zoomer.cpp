@@ -54,7 +54,7 @@ void Zoomer::SetMode(ULONG value)
         previousZoomedRect = zoomedRect;
 }
 
-void Zoomer::Set(ULONG Zoomer::* property, ULONG value)
+void Zoomer::Set(ULONG Zoomer::*property, ULONG value)
 {
     if (this->*property != value)
         changed = true;
@@ -111,6 +111,12 @@ Rect Zoomer::Framed() const
     return framed;
 }
 
+std::int64_t Zoomer::SmoothingMargin() const
+{
+    constexpr std::int64_t margins[] = {0, 1, 1, 2};
+    return improveFactor <= 3 ? margins[improveFactor] : 0;
+}
+
 bool Zoomer::CanMagnify() const
 {
     return !destRect.IsEmpty() && destRect.Width() == originalRect.Width() * xFactor
@@ -122,7 +128,8 @@ Rect Zoomer::ToDestination(const Rect& source) const
     const Rect part = Intersect(source, originalRect);
     if (part.IsEmpty())
         return {};
-    return {(part.left - originalRect.left) * xFactor + destRect.left, (part.top - originalRect.top) * yFactor + destRect.top,
+    return {(part.left - originalRect.left) * xFactor + destRect.left,
+            (part.top - originalRect.top) * yFactor + destRect.top,
             (part.right - originalRect.left) * xFactor + destRect.left,
             (part.bottom - originalRect.top) * yFactor + destRect.top};
 }
@@ -132,7 +139,8 @@ Rect Zoomer::ToSource(const Rect& destination) const
     const Rect part = Intersect(destination, destRect);
     if (part.IsEmpty())
         return {};
-    return {(part.left - destRect.left) / xFactor + originalRect.left, (part.top - destRect.top) / yFactor + originalRect.top,
+    return {(part.left - destRect.left) / xFactor + originalRect.left,
+            (part.top - destRect.top) / yFactor + originalRect.top,
             RoundedUp(part.right - destRect.left, xFactor) + originalRect.left,
             RoundedUp(part.bottom - destRect.top, yFactor) + originalRect.top};
 }

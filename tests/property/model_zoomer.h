@@ -22,7 +22,7 @@ struct Zoomer {
 
     void SetState(ULONG value);
     void SetMode(ULONG value);
-    void Set(ULONG Zoomer::* property, ULONG value); // style, behaviour, border, bordersSize, improveFactor
+    void Set(ULONG Zoomer::*property, ULONG value); // style, behaviour, border, bordersSize, improveFactor
     void SetOriginalRect(const Rect& value);
     void SetZoomedRect(const Rect& value);
     void SetFactors(ULONG x, ULONG y); // their low bytes
@@ -32,6 +32,7 @@ struct Zoomer {
     bool HasFrame() const { return border != 0 && bordersSize != 0; }
     Rect Framed() const; // what the view takes of the screen
     bool HasMoved() const { return mode == 2 && previousZoomedRect != zoomedRect; }
+    std::int64_t SmoothingMargin() const; // source pixels
     bool CanMagnify() const; // destRect is not empty and did not wrap
 
     // Where a part of the VirtualScreen comes to lie; empty outside of originalRect.

@@ -19,6 +19,11 @@ public:
         const auto count = static_cast<std::uint64_t>(std::int64_t{highest} - lowest + 1);
         return static_cast<LONG>(lowest + static_cast<std::int64_t>(generator_() % count));
     }
+    SIZEL Size(LONG largest)
+    {
+        const LONG width = Between(1, largest);
+        return {width, Between(1, largest)};
+    }
     bool Percent(LONG chance) { return Between(0, 99) < chance; }
     ULONG Word() { return static_cast<ULONG>(generator_()); }
     template<class Value> Value Of(std::initializer_list<Value> values)
