@@ -1,0 +1,41 @@
+#pragma once
+
+#include "tests/fuzz/objects.h"
+
+namespace fuzz {
+
+// Escapes as an input chooses them, on any surface, with buffers of any size and numbers that were answered
+// before.
+class Escapes {
+public:
+    Escapes(Machine& machine, Objects& make, Input& input)
+        : machine_(machine)
+        , make_(make)
+        , input_(input)
+    {
+    }
+    void Make(); // one escape, or one thing that happens between two
+    void AddZoomers(); // a few that show something
+
+private:
+    void AddZoomer();
+    ULONG Argument();
+    std::vector<ULONG> KoruWords();
+    std::vector<ULONG> ZoomWords();
+    ULONG Send(SURFOBJ* pso, ULONG code, std::vector<BYTE> in, std::size_t outSize);
+    void SendWords(ULONG code, const std::vector<ULONG>& words);
+    void SendChain();
+    void SendQuery();
+    void SendOther();
+    void RunShort();
+    void PassTime();
+    void ChangeMode();
+
+    Machine& machine_;
+    Objects& make_;
+    Input& input_;
+    std::vector<ULONG> zoomers_;
+    std::vector<ULONG> answers_; // zones and other numbers that the driver gave
+};
+
+} // namespace fuzz
