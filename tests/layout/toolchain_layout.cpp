@@ -2,9 +2,12 @@
 
 #include <cstddef>
 
-#include <winddi.h>
+// In the order that they need each other.
+// clang-format off
 #include <windef.h>
 #include <wingdi.h>
+#include <winddi.h>
+// clang-format on
 
 #define LAYOUT_SIZE(type, size) static_assert(sizeof(type) == (size), #type);
 #define LAYOUT_FIELD(type, field, offset) static_assert(offsetof(type, field) == (offset), #type "." #field);
