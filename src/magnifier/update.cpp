@@ -61,7 +61,7 @@ namespace {
                 PutOnScreen(zoomer, updating.psoReal, psoBmp.Get(), rendered);
             return;
         }
-        const RECTL both = JoinRect(WithBorders(zoomer, previous), WithBorders(zoomer, zoomer.zoomedRect));
+        const RECTL both = UnionRect(WithBorders(zoomer, previous), WithBorders(zoomer, zoomer.zoomedRect));
         RECTL touched;
         IntersectRect(touched, both, ScreenRect(updating.list));
         if (!IsLeftToComposition(updating, zoomer, touched))

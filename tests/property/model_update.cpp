@@ -127,7 +127,8 @@ void Magnifier::MoveImage(Zoomer& zoomer, const Rect& view, std::int64_t dx, std
 void Magnifier::MagnifyStrip(Zoomer& zoomer, const Rect& strip)
 {
     const Rect source = Intersect(zoomer.ToSource(strip).Inflated(zoomer.SmoothingMargin()), zoomer.originalRect);
-    Magnify(zoomer, source, zoomer.ToDestination(source));
+    if (!source.IsEmpty())
+        Magnify(zoomer, source, zoomer.ToDestination(source));
 }
 
 } // namespace property

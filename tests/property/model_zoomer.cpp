@@ -126,7 +126,7 @@ bool Zoomer::CanMagnify() const
 Rect Zoomer::ToDestination(const Rect& source) const
 {
     const Rect part = Intersect(source, originalRect);
-    if (part.IsEmpty())
+    if (part.IsEmpty() || !CanMagnify())
         return {};
     return {(part.left - originalRect.left) * xFactor + destRect.left,
             (part.top - originalRect.top) * yFactor + destRect.top,
@@ -137,7 +137,7 @@ Rect Zoomer::ToDestination(const Rect& source) const
 Rect Zoomer::ToSource(const Rect& destination) const
 {
     const Rect part = Intersect(destination, destRect);
-    if (part.IsEmpty())
+    if (part.IsEmpty() || !CanMagnify())
         return {};
     return {(part.left - destRect.left) / xFactor + originalRect.left,
             (part.top - destRect.top) / yFactor + originalRect.top,

@@ -35,7 +35,7 @@ struct Zoomer {
     std::int64_t SmoothingMargin() const; // source pixels
     bool CanMagnify() const; // destRect is not empty and did not wrap
 
-    // Where a part of the VirtualScreen comes to lie; empty outside of originalRect.
+    // Where a part of the VirtualScreen comes to lie; empty outside of originalRect, and when nothing is magnified.
     Rect ToDestination(const Rect& source) const;
     // The source pixels whose blocks cover a part of destRect, broken blocks included.
     Rect ToSource(const Rect& destination) const;
