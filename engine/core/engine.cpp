@@ -170,6 +170,11 @@ void Engine::RegisterModule(const std::u16string& name, const std::vector<BYTE>&
     state_->images.RegisterModule(name, content);
 }
 
+const std::vector<std::string>& Engine::ServicesAskedFor() const
+{
+    return state_->images.ServicesAskedFor();
+}
+
 void Engine::HideService(const std::string& name)
 {
     state_->images.HideService(name);

@@ -96,6 +96,7 @@ public:
                        std::function<PFN(HANDLE, const char*)> find);
     void RegisterModule(const std::u16string& name, const std::vector<BYTE>& content); // EngLoadModule
     void HideService(const std::string& name); // EngFindImageProcAddress(null, name) answers null
+    const std::vector<std::string>& ServicesAskedFor() const; // by name, in order, found or not
     bool IsImageLoaded(const std::u16string& name) const;
 
     // The layout of 16-bit bitmaps that no device owns: 5-6-5 unless told.

@@ -98,8 +98,10 @@ void Images::Unload(HANDLE handle, bool byDriver)
 
 PFN Images::Find(HANDLE handle, const char* function)
 {
-    if (!handle)
+    if (!handle) {
+        servicesAskedFor_.push_back(function);
         return hidden_.contains(LowerCase(function)) ? nullptr : FindService(function);
+    }
     const auto found = images_.find(handle);
     if (found != images_.end())
         return found->second.kind.find(found->second.inner, function);

@@ -35,6 +35,7 @@ public:
     HANDLE Load(const std::u16string& name, bool byDriver);
     void Unload(HANDLE image, bool byDriver);
     PFN Find(HANDLE image, const char* function); // null image: the engine's services
+    const std::vector<std::string>& ServicesAskedFor() const { return servicesAskedFor_; }
 
     HANDLE LoadModule(const std::u16string& name);
     const BYTE* Map(HANDLE module, ULONG& size);
@@ -60,6 +61,7 @@ private:
     std::map<std::u16string, Kind> kinds_;
     std::map<std::u16string, std::vector<BYTE>> files_;
     std::set<std::string> hidden_;
+    std::vector<std::string> servicesAskedFor_;
     std::map<HANDLE, Image> images_;
     std::map<HANDLE, Module> modules_;
     ULONG handles_ = 0;

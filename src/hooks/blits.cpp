@@ -42,8 +42,8 @@ BOOL APIENTRY DrvBitBlt(SURFOBJ* psoTrg, SURFOBJ* psoSrc, SURFOBJ* psoMask, CLIP
     return RunHook(
         {CALL_BITBLT, psoTrg, psoSrc, prclTrg, &rclSrc}, [&](RECTL& bounds) { return CutToClip(bounds, prclTrg, pco); },
         [&](SURFOBJ* on, SURFOBJ* from) {
-            const bool whole = prclTrg && (from || !RopReadsSource(rop4)) && HasPlace(from, pptlSrc)
-                && HasPlace(psoMask, pptlMask);
+            const bool whole =
+                prclTrg && (from || !RopReadsSource(rop4)) && HasPlace(from, pptlSrc) && HasPlace(psoMask, pptlMask);
             return whole ? EngBitBlt(on, from, psoMask, pco, pxlo, prclTrg, pptlSrc, pptlMask, pbo, pptlBrush, rop4)
                          : FALSE;
         },

@@ -72,8 +72,7 @@ BOOL APIENTRY DrvStretchBltROP(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoMa
         [&](RECTL& bounds) { return CutToClip(bounds, prclDest ? &ordered : nullptr, pco); },
         [&](SURFOBJ* on, SURFOBJ* from) {
             const auto stretch = OptionalEngEntries.StretchBltROP;
-            const bool whole =
-                prclDest && prclSrc && (from || !RopReadsSource(rop4)) && HasPlace(psoMask, pptlMask);
+            const bool whole = prclDest && prclSrc && (from || !RopReadsSource(rop4)) && HasPlace(psoMask, pptlMask);
             return stretch && whole
                 ? stretch(on, from, psoMask, pco, pxlo, pca, pptlHTOrg, prclDest, prclSrc, pptlMask, iMode, pbo, rop4)
                 : FALSE;

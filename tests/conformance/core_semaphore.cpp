@@ -54,24 +54,25 @@ namespace {
         EXPECT_EQ(session.Engine().Outstanding().semaphoreHolds, 0u);
     }
 
-    INSTANTIATE_TEST_SUITE_P(
-        Calls, PassingCalls,
-        testing::Values(
-            PassingCall{"Synchronize",
-                        [](Session& session) {
-                            session.Hook<PFN_DrvSynchronize>(INDEX_DrvSynchronize)(session.Device().Dhpdev(), nullptr);
-                        }},
-            PassingCall{"SynchronizeSurface",
-                        [](Session& session) {
-                            session.Hook<PFN_DrvSynchronizeSurface>(INDEX_DrvSynchronizeSurface)(
-                                session.Screen(), nullptr, DSS_FLUSH_EVENT);
-                        }},
-            PassingCall{"GammaRamp",
-                        [](Session& session) {
-                            session.Hook<PFN_DrvIcmSetDeviceGammaRamp>(INDEX_DrvIcmSetDeviceGammaRamp)(
-                                session.Device().Dhpdev(), 0, nullptr);
-                        }}),
-        [](const auto& info) { return info.param.name; });
+    INSTANTIATE_TEST_SUITE_P(Calls, PassingCalls,
+                             testing::Values(PassingCall{"Synchronize",
+                                                         [](Session& session) {
+                                                             session.Hook<PFN_DrvSynchronize>(INDEX_DrvSynchronize)(
+                                                                 session.Device().Dhpdev(), nullptr);
+                                                         }},
+                                             PassingCall{"SynchronizeSurface",
+                                                         [](Session& session) {
+                                                             session.Hook<PFN_DrvSynchronizeSurface>(
+                                                                 INDEX_DrvSynchronizeSurface)(session.Screen(), nullptr,
+                                                                                              DSS_FLUSH_EVENT);
+                                                         }},
+                                             PassingCall{"GammaRamp",
+                                                         [](Session& session) {
+                                                             session.Hook<PFN_DrvIcmSetDeviceGammaRamp>(
+                                                                 INDEX_DrvIcmSetDeviceGammaRamp)(
+                                                                 session.Device().Dhpdev(), 0, nullptr);
+                                                         }}),
+                             [](const auto& info) { return info.param.name; });
 
     void RealizeBrush(Session& session)
     {

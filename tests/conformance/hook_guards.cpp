@@ -43,15 +43,14 @@ namespace {
         }
         BOOL StretchBlt(SURFOBJ* psoSrc, RECTL* prclSrc, SURFOBJ* psoMask = nullptr)
         {
-            return session.Hook<PFN_DrvStretchBlt>(INDEX_DrvStretchBlt)(target, psoSrc, psoMask, nullptr, nullptr,
-                                                                        nullptr, nullptr, &to, prclSrc, nullptr,
-                                                                        COLORONCOLOR);
+            return session.Hook<PFN_DrvStretchBlt>(INDEX_DrvStretchBlt)(
+                target, psoSrc, psoMask, nullptr, nullptr, nullptr, nullptr, &to, prclSrc, nullptr, COLORONCOLOR);
         }
         BOOL StretchBltRop(SURFOBJ* psoSrc, RECTL* prclSrc, ROP4 rop4, SURFOBJ* psoMask = nullptr)
         {
-            return session.Hook<PFN_DrvStretchBltROP>(INDEX_DrvStretchBltROP)(
-                target, psoSrc, psoMask, nullptr, nullptr, nullptr, &origin, &to, prclSrc, nullptr, COLORONCOLOR,
-                &brush, rop4);
+            return session.Hook<PFN_DrvStretchBltROP>(INDEX_DrvStretchBltROP)(target, psoSrc, psoMask, nullptr, nullptr,
+                                                                              nullptr, &origin, &to, prclSrc, nullptr,
+                                                                              COLORONCOLOR, &brush, rop4);
         }
         BOOL PlgBlt(SURFOBJ* psoSrc, POINTFIX* pptfx, SURFOBJ* psoMask = nullptr)
         {

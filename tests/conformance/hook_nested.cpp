@@ -134,14 +134,14 @@ namespace {
             real.Offer(INDEX_DrvCopyBits, RealCopyBits);
             real.Offer(INDEX_DrvRealizeBrush, RealRealizeBrush);
             real.Offer(INDEX_DrvSetPalette, RealSetPalette);
-            insideReal = [] { };
+            insideReal = [] {};
             EXPECT_TRUE(session.Device().Enable({64, 48, 32}));
             session.records.clear();
             surfacesSeen.clear();
         }
         ~InsideTheRealDriver() override
         {
-            insideReal = [] { };
+            insideReal = [] {};
         }
         // What the real driver draws when it is asked to copy to the RealScreen.
         void DrawWhileShowing()

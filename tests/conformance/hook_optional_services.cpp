@@ -59,6 +59,16 @@ namespace {
                                              ServiceCase{"EngPlgBlt", "PlgBlt"}),
                              [](const auto& info) { return info.param.hook; });
 
+    TEST(OptionalServices, AreLookedUpOnceEachInOneOrder)
+    {
+        const std::vector<std::string> inOrder = {
+            "EngAlphaBlend",  "EngGradientFill",    "EngTransparentBlt", "EngStretchBltROP", "EngPlgBlt",
+            "EngDitherColor", "EngSetPointerShape", "EngMovePointer",    "EngMapFile",       "EngUnmapFile",
+        };
+        Session session(WithoutDevice(0x30100));
+        EXPECT_EQ(session.Engine().ServicesAskedFor(), inOrder);
+    }
+
     TEST(OptionalServices, AreFoundByAnEngineOfTheOlderInterfaceToo)
     {
         Session session(WithoutDevice(0x20000));

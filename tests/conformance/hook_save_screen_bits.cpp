@@ -62,9 +62,10 @@ namespace {
     }
 
     INSTANTIATE_TEST_SUITE_P(Depths, SaveScreenBits,
-                             testing::Values(DepthCase{1, BMF_1BPP, 2}, DepthCase{4, BMF_4BPP, 6}, DepthCase{8, BMF_8BPP, 11},
-                                             DepthCase{15, BMF_16BPP, 22}, DepthCase{16, BMF_16BPP, 22},
-                                             DepthCase{24, BMF_24BPP, 33}, DepthCase{32, BMF_32BPP, 44}),
+                             testing::Values(DepthCase{1, BMF_1BPP, 2}, DepthCase{4, BMF_4BPP, 6},
+                                             DepthCase{8, BMF_8BPP, 11}, DepthCase{15, BMF_16BPP, 22},
+                                             DepthCase{16, BMF_16BPP, 22}, DepthCase{24, BMF_24BPP, 33},
+                                             DepthCase{32, BMF_32BPP, 44}),
                              [](const auto& info) { return "Bits" + std::to_string(info.param.bitsPerPixel); });
 
     TEST(SaveScreenBitsAlone, KeepsAndPutsBackWhatLiesOnTheScreen)

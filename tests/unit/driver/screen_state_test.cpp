@@ -44,10 +44,7 @@ protected:
     {
         return {screen.PaletteCopy + 4 * first, screen.PaletteCopy + 4 * (first + count)};
     }
-    static bool IsZero(const std::vector<BYTE>& bytes)
-    {
-        return bytes == std::vector<BYTE>(bytes.size(), 0);
-    }
+    static bool IsZero(const std::vector<BYTE>& bytes) { return bytes == std::vector<BYTE>(bytes.size(), 0); }
 };
 
 TEST_F(ScreenState, KeepsColoursAsRedGreenBlueZeroFromTheirStart)
@@ -97,9 +94,7 @@ TEST_F(ScreenState, StillHasItsSurfacesWhenTheConsumerHearsOfTheirEnd)
 {
     const Screen& screen = EnableDevice({16, 16, 32});
     bool there = false;
-    LookAt(0x20, [&] {
-        there = engine::FindSurface(screen.hsurfVirtual) && engine::FindSurface(screen.hsurfDevice);
-    });
+    LookAt(0x20, [&] { there = engine::FindSurface(screen.hsurfVirtual) && engine::FindSurface(screen.hsurfDevice); });
     device->Disable();
     EXPECT_TRUE(there);
 }
