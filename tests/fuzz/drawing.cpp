@@ -29,23 +29,24 @@ namespace {
 
     void BitBlt(Call call)
     {
-        SURFOBJ *const target = call.make.Target(), *const source = call.make.Picture();
+        SURFOBJ* const target = call.make.Target();
+        engine::Surface *const picture = call.make.Picture(), *mask = call.make.Or(2, call.make.Mask());
         RECTL* const to = call.make.Or(16, call.make.Rectangle());
         ROP4 rop4 = call.input.Half();
-        engine::Surface* mask = call.make.Or(2, call.make.Mask());
-        POINTL* from = call.make.Point();
-        POINTL* maskFrom = call.make.Point();
+        POINTL *from = call.make.Point(), *maskFrom = call.make.Point();
         if (target && to) {
-            from = call.make.SourcePoint(source, target, *to);
+            from = call.make.SourcePoint(picture, target, *to);
             maskFrom = mask ? call.make.SourcePoint(mask, target, *to) : nullptr;
             if (!from && (UsesSource(rop4 & 0xFF) || UsesSource(rop4 >> 8)))
                 rop4 = 0x5A5A;
             if (!maskFrom)
                 mask = nullptr;
         }
+        SURFOBJ* const source = call.make.Or(16, picture);
         call.Run<PFN_DrvBitBlt>(INDEX_DrvBitBlt, target, source, mask, call.make.Clip(),
-                                call.make.Translation(source, target), to, from, maskFrom, call.make.Brush(),
-                                call.make.Or(4, call.make.Point()), rop4);
+                                call.make.Translation(source, target), to, call.make.Or(16, from),
+                                call.make.Or(16, maskFrom), call.make.Brush(), call.make.Or(4, call.make.Point()),
+                                rop4);
     }
 
     void CopyBits(Call call)
@@ -151,15 +152,17 @@ namespace {
         SURFOBJ* const target = call.make.Target();
         call.Run<PFN_DrvGradientFill>(
             INDEX_DrvGradientFill, target, call.make.Clip(), call.make.Translation(nullptr, target), vertices.data(),
-            static_cast<ULONG>(vertices.size()), mesh.data(), static_cast<ULONG>(mesh.size()) / perElement,
-            call.make.Or(16, call.make.Rectangle()), call.make.Or(2, call.make.Point()), mode);
+            static_cast<ULONG>(vertices.size()), call.make.Or(16, mesh.data()),
+            static_cast<ULONG>(mesh.size()) / perElement, call.make.Or(16, call.make.Rectangle()),
+            call.make.Or(2, call.make.Point()), mode);
     }
 
     void StrokePath(Call call)
     {
         SURFOBJ* const target = call.make.Target();
         call.Run<PFN_DrvStrokePath>(INDEX_DrvStrokePath, target, call.make.Or(16, call.make.Path()), call.make.Clip(),
-                                    nullptr, call.make.Brush(), call.make.Point(), call.make.Line(), call.input.Half());
+                                    nullptr, call.make.Brush(), call.make.Point(), call.make.Or(16, call.make.Line()),
+                                    call.input.Half());
     }
 
     void FillPath(Call call)
@@ -174,9 +177,9 @@ namespace {
     {
         SURFOBJ* const target = call.make.Target();
         call.Run<PFN_DrvStrokeAndFillPath>(INDEX_DrvStrokeAndFillPath, target, call.make.Or(16, call.make.Path()),
-                                           call.make.Clip(), nullptr, call.make.Brush(), call.make.Line(),
-                                           call.make.Brush(), call.make.Or(4, call.make.Point()), call.input.Half(),
-                                           call.input.Number());
+                                           call.make.Clip(), nullptr, call.make.Brush(),
+                                           call.make.Or(16, call.make.Line()), call.make.Brush(),
+                                           call.make.Or(4, call.make.Point()), call.input.Half(), call.input.Number());
     }
 
     void Paint(Call call)

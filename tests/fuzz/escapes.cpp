@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
-#include "client/escape_codes.h"
 #include "tests/fuzz/drawing.h"
 
 namespace fuzz {
@@ -141,6 +141,34 @@ void Escapes::SendWords(ULONG code, const std::vector<ULONG>& words)
     machine_.Check(code == KoruCode ? "KORU_ESCAPE" : "KORU_ZOOM_ESCAPE");
 }
 
+void Escapes::SendKoru()
+{
+    SendWords(KoruCode, KoruWords());
+}
+
+void Escapes::SendAnyZoom()
+{
+    SendWords(ZoomCode, ZoomWords());
+}
+
+ULONG Escapes::SendZoom(client::ZoomCommand command, ULONG id, const RECTL& values, ULONG c)
+{
+    ULONG words[ZoomSize] = {static_cast<ULONG>(command),
+                             id,
+                             0,
+                             0,
+                             c,
+                             static_cast<ULONG>(values.left),
+                             static_cast<ULONG>(values.top),
+                             static_cast<ULONG>(values.right),
+                             static_cast<ULONG>(values.bottom)};
+    ULONG output[OutSize] = {};
+    machine_.Hook<PFN_DrvEscape>(INDEX_DrvEscape)(machine_.Screen(), ZoomCode, sizeof(words), words, sizeof(output),
+                                                  output);
+    machine_.Check("a sound KORU_ZOOM_ESCAPE");
+    return output[0];
+}
+
 void Escapes::SendChain()
 {
     std::vector<BYTE> in(ChainSize);
@@ -202,27 +230,43 @@ void Escapes::ChangeMode()
     machine_.Check("a change of mode");
 }
 
+// What moves needs a zoomer that has nothing left to show.
+void Escapes::ScrollZoomer()
+{
+    if (zoomers_.empty())
+        return;
+    const ULONG id = zoomers_[input_.Below(static_cast<ULONG>(zoomers_.size()))];
+    const LONG dx = static_cast<LONG>(input_.Below(32)) - 16, dy = static_cast<LONG>(input_.Below(32)) - 16;
+    SendZoom(client::ZoomCommand::Refresh, id, {});
+    SendZoom(client::ZoomCommand::Update, id, {});
+    SendZoom(client::ZoomCommand::Scroll, id, input_.OneIn(2) ? RECTL{dx, 0, 0, 0} : RECTL{dx, dy, 0, 0});
+}
+
+// A picture or a mask over the screen, taken from the screen itself.
+void Escapes::AddOverlay()
+{
+    constexpr ULONG mask = 0xFFFFFFFF;
+    const ULONG selector = input_.OneIn(2) ? mask : input_.Byte() << 16;
+    SendZoom(client::ZoomCommand::SetWiseSurface, 0, input_.Rectangle(), selector);
+    SendZoom(client::ZoomCommand::Update, 0, {});
+}
+
 void Escapes::Make()
 {
-    const ULONG kind = input_.Below(32);
-    if (kind < 10)
-        SendWords(KoruCode, KoruWords());
-    else if (kind < 25)
-        SendWords(ZoomCode, ZoomWords());
-    else if (kind == 25)
-        SendChain();
-    else if (kind == 26)
-        SendQuery();
-    else if (kind == 27)
-        SendOther();
-    else if (kind == 28)
-        RunShort();
-    else if (kind == 29)
-        PassTime();
-    else if (kind == 30)
-        ChangeMode();
-    else
-        AddZoomer();
+    struct Row {
+        ULONG share; // of 64
+        void (Escapes::*make)();
+    };
+    constexpr Row rows[] = {
+        {18, &Escapes::SendKoru}, {28, &Escapes::SendAnyZoom}, {2, &Escapes::SendChain},  {2, &Escapes::SendQuery},
+        {2, &Escapes::SendOther}, {2, &Escapes::RunShort},     {2, &Escapes::PassTime},   {1, &Escapes::ChangeMode},
+        {2, &Escapes::AddZoomer}, {2, &Escapes::ScrollZoomer}, {3, &Escapes::AddOverlay},
+    };
+    ULONG place = input_.Below(64);
+    const Row* row = rows;
+    while (place >= row->share)
+        place -= (row++)->share;
+    (this->*row->make)();
     make_.Forget();
 }
 
@@ -235,34 +279,17 @@ void Escapes::AddZoomers()
 void Escapes::AddZoomer()
 {
     using enum client::ZoomCommand;
-    const auto send = [&](client::ZoomCommand command, ULONG id, const RECTL& values) {
-        const std::vector<ULONG> words = {static_cast<ULONG>(command),
-                                          id,
-                                          0,
-                                          0,
-                                          0,
-                                          static_cast<ULONG>(values.left),
-                                          static_cast<ULONG>(values.top),
-                                          static_cast<ULONG>(values.right),
-                                          static_cast<ULONG>(values.bottom)};
-        ULONG output[OutSize] = {};
-        machine_.Hook<PFN_DrvEscape>(INDEX_DrvEscape)(machine_.Screen(), ZoomCode, ZoomSize * sizeof(ULONG),
-                                                      const_cast<ULONG*>(words.data()), sizeof(output), output);
-        machine_.Check("a new zoomer");
-        return output[0];
-    };
-    const ULONG id = send(Create, 0, {});
+    const ULONG id = SendZoom(Create, 0, {});
     Keep(zoomers_, id);
-    send(SetOriginalRect, id, input_.Rectangle());
-    send(SetZoomedRect, id, input_.Rectangle());
-    send(SetXFactor, id, {static_cast<LONG>(input_.Below(6)), 0, 0, 0});
-    send(SetYFactor, id, {static_cast<LONG>(input_.Below(6)), 0, 0, 0});
-    send(SetImproveFactor, id, {static_cast<LONG>(input_.Below(5)), 0, 0, 0});
-    send(SetBehaviour, id, {static_cast<LONG>(input_.Below(3)), 0, 0, 0});
-    send(SetMode, id, {static_cast<LONG>(input_.Below(3)), 0, 0, 0});
-    send(SetStyle, id, {static_cast<LONG>(input_.Below(2)), 0, 0, 0});
-    send(SetBorder, id, {static_cast<LONG>(input_.Below(32)), 0, 0, 0});
-    send(SetState, id, {1, 0, 0, 0});
+    SendZoom(SetOriginalRect, id, input_.Rectangle());
+    SendZoom(SetZoomedRect, id, input_.Rectangle());
+    constexpr std::pair<client::ZoomCommand, ULONG> properties[] = {
+        {SetXFactor, 6}, {SetYFactor, 6}, {SetImproveFactor, 5}, {SetBehaviour, 3},
+        {SetMode, 3},    {SetStyle, 2},   {SetBorder, 32},       {SetPickColor, 2},
+    };
+    for (const auto& [command, values] : properties)
+        SendZoom(command, id, {static_cast<LONG>(input_.Below(values)), 0, 0, 0});
+    SendZoom(SetState, id, {1, 0, 0, 0});
 }
 
 } // namespace fuzz

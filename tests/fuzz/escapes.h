@@ -1,5 +1,6 @@
 #pragma once
 
+#include "client/escape_codes.h"
 #include "tests/fuzz/objects.h"
 
 namespace fuzz {
@@ -24,12 +25,17 @@ private:
     std::vector<ULONG> ZoomWords();
     ULONG Send(SURFOBJ* pso, ULONG code, std::vector<BYTE> in, std::size_t outSize);
     void SendWords(ULONG code, const std::vector<ULONG>& words);
+    ULONG SendZoom(koru::client::ZoomCommand command, ULONG id, const RECTL& values, ULONG c = 0); // its answer
+    void SendKoru();
+    void SendAnyZoom();
     void SendChain();
     void SendQuery();
     void SendOther();
     void RunShort();
     void PassTime();
     void ChangeMode();
+    void ScrollZoomer();
+    void AddOverlay();
 
     Machine& machine_;
     Objects& make_;

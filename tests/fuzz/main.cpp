@@ -3,7 +3,7 @@
 //     PROGRAM [COUNT [SEED]]    COUNT inputs, the same ones for a seed
 //     PROGRAM FILE...           these inputs
 //
-// What ends the program leaves its input in PROGRAM.crash in the present folder.
+// What ends the program leaves its input in PROGRAM.crash.
 
 #include <algorithm>
 #include <chrono>
@@ -19,6 +19,12 @@
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+// Freed bitmaps of megabytes would fill the 32-bit address space.
+extern "C" const char* __asan_default_options()
+{
+    return "abort_on_error=1:quarantine_size_mb=32";
+}
 
 namespace {
 
@@ -150,7 +156,7 @@ void RunMany(const std::string& name, unsigned long count, std::uint32_t seed)
 int main(int argc, char** argv)
 {
     const std::string name = std::filesystem::path(argv[0]).filename();
-    crashFile = name + ".crash";
+    crashFile = std::string(argv[0]) + ".crash";
     for (const int signal : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGALRM})
         std::signal(signal, KeepInput);
     if (argc > 1 && std::filesystem::exists(argv[1])) {
@@ -158,9 +164,15 @@ int main(int argc, char** argv)
             Run(Read(argv[i]));
         return 0;
     }
-    const auto number = [&](int index, unsigned long otherwise) {
-        return argc > index ? std::strtoul(argv[index], nullptr, 10) : otherwise;
-    };
-    RunMany(name, number(1, 20000), static_cast<std::uint32_t>(number(2, 1)));
+    unsigned long numbers[] = {20000, 1}; // the count, the seed
+    for (int i = 1; i < argc && i <= 2; ++i) {
+        char* end = nullptr;
+        numbers[i - 1] = std::strtoul(argv[i], &end, 10);
+        if (end == argv[i] || *end != '\0') {
+            std::fprintf(stderr, "%s: neither a file nor a number: %s\n", name.c_str(), argv[i]);
+            return 2;
+        }
+    }
+    RunMany(name, numbers[0], static_cast<std::uint32_t>(numbers[1]));
     return 0;
 }
