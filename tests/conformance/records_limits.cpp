@@ -1,5 +1,7 @@
 // Objects that a record cannot hold, and what the capture of a call costs.
 
+#include <stdexcept>
+
 #include "tests/conformance/hook_calls.h"
 #include "tests/conformance/records_round.h"
 

@@ -129,9 +129,7 @@ void Escapes::SendWords(ULONG code, const std::vector<ULONG>& words)
 {
     std::vector<BYTE> in = BytesOf(words);
     std::size_t outSize = OutSize * sizeof(ULONG);
-    if (words[0] == InstallFunctions && code == KoruCode)
-        in.resize(std::max(in.size(), std::size_t{KoruSize * sizeof(ULONG)}));
-    else if (input_.OneIn(8)) // too short, too long
+    if (input_.OneIn(8)) // too short, too long
         in.resize(input_.Byte());
     if (input_.OneIn(8))
         outSize = input_.Below(24);
@@ -178,8 +176,8 @@ void Escapes::SendChain()
     std::memcpy(&in[264], &function, sizeof(function));
     if (input_.OneIn(4))
         in.resize(input_.Half() % 300);
-    const std::size_t outSize = input_.Below(12);
-    if (in.size() < ChainSize && outSize < ChainSize) // shared buffers are as long as the longer one
+    const std::size_t outSize = input_.Below(12); // also where both buffers are one, that is as long as the input
+    if (in.size() < ChainSize)
         machine_.SemaphoreStaysHeld();
     Send(make_.Target(), ChainCode, in, outSize);
     machine_.Check("DCM_STANDARD_ESCAPE");

@@ -107,6 +107,11 @@ Machine::Machine(Input& input)
     device_ = std::make_unique<engine::Device>(*driver_);
     if (!device_->Enable(mode))
         Fail("the screen could not be brought up: " + driver_->Error() + device_->Error());
+    if (input.OneIn(4)) {
+        second_ = std::make_unique<engine::Device>(*driver_);
+        if (!second_->Enable(ModeOf(input)))
+            Fail("the second screen could not be brought up: " + second_->Error());
+    }
     locksAtRest_ = engine_.Outstanding().locks;
     engine_.StepCounter(358 * 100); // every reading of the clock is 10 ms later
     InstallConsumer();
@@ -117,6 +122,7 @@ Machine::~Machine()
 {
     engine_.StopFailing();
     device_.reset();
+    second_.reset();
     driver_.reset();
     engine_.CheckGuards();
     Check("end");

@@ -25,8 +25,8 @@ public:
 
     engine::Engine& Engine() { return engine_; }
     engine::Device& Device() { return *device_; }
-    SURFOBJ* Screen() { return device_->PrimarySurface(); } // null while there is none
-    bool IsLegacy() const { return driver_->EngineVersion() < DDI_DRIVER_VERSION_NT5; }
+    SURFOBJ* Screen() { return device_->PrimarySurface(); }
+    SURFOBJ* SecondScreen() { return second_ ? second_->PrimarySurface() : nullptr; } // of another depth, or null
     template<class Pfn> Pfn Hook(ULONG index) { return driver_->Function<Pfn>(index); } // null when not offered
 
     // Capture on, of all calls, to a consumer that reads every record.
@@ -46,7 +46,7 @@ public:
 private:
     engine::Engine engine_;
     std::unique_ptr<engine::DisplayDriver> driver_;
-    std::unique_ptr<engine::Device> device_;
+    std::unique_ptr<engine::Device> device_, second_;
     ULONG expectedHolds_ = 0, locksAtRest_ = 0;
 };
 

@@ -51,7 +51,7 @@ SURFOBJ* Objects::Target()
         return Picture();
     if (kind <= 3 && !deviceBitmaps_.empty())
         return engine::FindSurface(deviceBitmaps_[input_.Below(static_cast<ULONG>(deviceBitmaps_.size()))]);
-    return machine_.Screen();
+    return kind == 4 && machine_.SecondScreen() ? machine_.SecondScreen() : machine_.Screen();
 }
 
 engine::Surface* Objects::Picture()
@@ -59,6 +59,8 @@ engine::Surface* Objects::Picture()
     const ULONG kind = input_.Below(8);
     if (kind == 0)
         return engine::FindSurface(machine_.Screen()->hsurf);
+    if (kind == 2 && machine_.SecondScreen())
+        return engine::FindSurface(machine_.SecondScreen()->hsurf);
     if (kind == 1 && !deviceBitmaps_.empty())
         return engine::FindSurface(deviceBitmaps_[input_.Below(static_cast<ULONG>(deviceBitmaps_.size()))]);
     return New<Bitmap>(MakePicture(input_, input_.Of(Formats)))->surface;
