@@ -64,6 +64,7 @@ ULONG APIENTRY CLIPOBJ_cEnumStart(CLIPOBJ* pco, BOOL bAll, ULONG iType, ULONG iD
     clip->ordered = RectanglesOf(*clip, bAll != FALSE);
     Order(clip->ordered, iDirection);
     clip->next = 0;
+    clip->limit = cLimit;
     clip->started = true;
     return clip->ordered.size() > cLimit ? TooMany : static_cast<ULONG>(clip->ordered.size());
 }
@@ -77,6 +78,11 @@ BOOL APIENTRY CLIPOBJ_bEnum(CLIPOBJ* pco, ULONG cj, ULONG* pul)
         Engine::Current().Report(clip->started ? "CLIPOBJ_bEnum: no room for a rectangle"
                                                : "CLIPOBJ_bEnum: not started");
         return FALSE;
+    }
+    if (clip->emptyBatches != 0) {
+        --clip->emptyBatches;
+        *pul = 0;
+        return TRUE;
     }
     std::size_t count =
         std::min<std::size_t>((cj - EnumrectsHeader) / sizeof(RECTL), clip->ordered.size() - clip->next);
@@ -104,7 +110,8 @@ BOOL APIENTRY PATHOBJ_bEnum(PATHOBJ* ppo, PATHDATA* ppd)
     if (path->next >= path->subpaths.size())
         return FALSE;
     Path::Subpath& subpath = path->subpaths[path->next++];
-    *ppd = {subpath.flags, static_cast<ULONG>(subpath.points.size()), subpath.points.data()};
+    const ULONG count = subpath.countTold != 0 ? subpath.countTold : static_cast<ULONG>(subpath.points.size());
+    *ppd = {subpath.flags, count, subpath.points.data()};
     return path->next < path->subpaths.size();
 }
 
@@ -135,8 +142,9 @@ BOOL APIENTRY STROBJ_bEnum(STROBJ* pstro, ULONG* pc, GLYPHPOS** ppgpos)
 {
     constexpr BOOL failed = -1;
     Text* const text = IsGiven(pstro, "STROBJ_bEnum: the string") ? TextBehind(pstro) : nullptr;
-    if (!text || !IsGiven(pc, "STROBJ_bEnum: the count") || !IsGiven(ppgpos, "STROBJ_bEnum: the glyphs")
-        || text->failEnumeration)
+    if (!text || !IsGiven(pc, "STROBJ_bEnum: the count") || !IsGiven(ppgpos, "STROBJ_bEnum: the glyphs"))
+        return failed;
+    if (text->failEnumeration && text->batchesBeforeFailure-- == 0)
         return failed;
     const std::size_t left = text->glyphs.size() - text->next;
     const std::size_t count = text->batch == 0 ? left : std::min(text->batch, left);

@@ -54,10 +54,11 @@ struct ClipObject : CLIPOBJ, Known<ClipObject> {
 
     std::vector<RECTL> rectangles;
     // Enumeration: set by CLIPOBJ_cEnumStart. `batch` limits what one CLIPOBJ_bEnum delivers (0: by the
-    // caller's room alone), so that tests can cut the delivery.
+    // caller's room alone), so that tests can cut the delivery; that many `emptyBatches` come first.
     std::size_t next = 0;
-    std::size_t batch = 0;
+    std::size_t batch = 0, emptyBatches = 0;
     std::vector<RECTL> ordered;
+    ULONG limit = 0; // as CLIPOBJ_cEnumStart was given it
     bool started = false;
 };
 
@@ -105,6 +106,7 @@ struct Path : PATHOBJ, Known<Path> {
     struct Subpath { // as PATHOBJ_bEnum delivers it: a run of lines or of Béziers
         FLONG flags; // PD_*
         std::vector<POINTFIX> points;
+        ULONG countTold = 0; // what PATHDATA says instead of their number; 0: their number
     };
     Path();
     void Add(FLONG flags, std::vector<POINTFIX> points); // keeps fl and cCurves right
@@ -129,7 +131,8 @@ struct Text : STROBJ, Known<Text> {
     ULONG codePage = 1252;
     std::size_t next = 0, batch = 0;
     bool enumerated = false;
-    bool failEnumeration = false; // STROBJ_bEnum answers -1
+    bool failEnumeration = false; // STROBJ_bEnum answers -1, after `batchesBeforeFailure`
+    std::size_t batchesBeforeFailure = 0;
     ~Text();
 };
 

@@ -27,7 +27,7 @@ void* Pool::Allocate(ULONG flags, ULONG size, ULONG tag)
 {
     if (tag != DriverTag)
         engine_.Report("EngAllocMem: tag " + Hexadecimal(tag));
-    if (flags & ~(FL_ZERO_MEMORY | FL_NONPAGED_MEMORY))
+    if (flags & ~FL_ZERO_MEMORY)
         engine_.Report("EngAllocMem: flags " + Hexadecimal(flags));
     if (size > LargestBlock)
         return nullptr;

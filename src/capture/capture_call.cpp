@@ -12,11 +12,6 @@ namespace koru {
 
 namespace {
 
-    bool IsSwitchedOn(ULONG bit)
-    {
-        return CaptureEnabled != 0 && (CaptureMask & bit) != 0 && HookDepth == 0;
-    }
-
     bool IsCallerDark()
     {
         return DarkProcessList.Contains(GetConsumerId(0)) || DarkIdList.Contains(GetConsumerId(1));
@@ -29,9 +24,14 @@ namespace {
 
 } // namespace
 
+bool IsCaptureSwitchedOn(ULONG bit)
+{
+    return CaptureEnabled != 0 && (CaptureMask & bit) != 0 && HookDepth == 0;
+}
+
 bool CaptureAllows(ULONG bit, const SURFOBJ* psoTrg, bool visible)
 {
-    return IsSwitchedOn(bit) && !IsCallerDark() && CaptureSuspended == 0 && !IsSurfaceDark(psoTrg) && visible;
+    return IsCaptureSwitchedOn(bit) && !IsCallerDark() && CaptureSuspended == 0 && !IsSurfaceDark(psoTrg) && visible;
 }
 
 LONGLONG CaptureCall(Expand expand, LONG flag)

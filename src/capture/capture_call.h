@@ -9,6 +9,9 @@ namespace koru {
 // Writes a record at the start of the buffer (may be null), `room` bytes at most; gives its length, 0 for none.
 using Expand = FunctionRef<ULONG(BYTE* record, ULONG room)>;
 
+// Capture is on and wants calls of this bit. The cheap half of CaptureAllows: nobody is asked.
+bool IsCaptureSwitchedOn(ULONG bit);
+
 // The conditions under which a call is captured. A call without a target surface passes null, which
 // skips the dark-surface test. `psoTrg` is the surface as the engine gave it. The consumer is asked for
 // its identifiers only when the tests before have passed.

@@ -7,6 +7,9 @@ namespace koru {
 
 namespace {
 
+    // Far beyond any room, and small enough to be added to.
+    constexpr ULONG MostPoints = 0x1000000;
+
     // Writes the subpath's entry. Its points are gathered in the scratch memory, because they follow
     // all entries; the entry notes where there.
     void AppendSubpath(const PATHDATA& subpath, PathEncoding& path, ByteCursor& entries, ByteCursor& points)
@@ -59,7 +62,7 @@ ULONG ExpandPathData(PATHOBJ* ppo, PathEncoding& path, BYTE* at, ULONG room)
             return 0;
         }
         AppendSubpath(subpath, path, entries, points);
-        lastPointsSize = subpath.count * sizeof(POINTFIX);
+        lastPointsSize = (subpath.count < MostPoints ? subpath.count : MostPoints) * sizeof(POINTFIX);
     }
     if (points.Offset() >= entries.Left()) {
         DebugPrintPiece("ExpandPathData. Warning!!! there isn't enough size for the points. They aren't included.\n");

@@ -37,12 +37,17 @@ TargetScreen FindTarget(const SURFOBJ* psoTrg)
     return target;
 }
 
-TargetScreen FindTarget(const SURFOBJ* psoTrg, AskBounds askBounds)
+bool IsVisible(const Screen* screen, const RECTL* area, ULONG bit)
+{
+    return !screen || !area || !IsCaptureSwitchedOn(bit) || IsCoveredByDarkZones(screen->DarkZones, *area) != 0;
+}
+
+TargetScreen FindTarget(const SURFOBJ* psoTrg, ULONG bit, AskBounds askBounds)
 {
     TargetScreen target = FindTarget(psoTrg);
     target.update = target.onScreen && askBounds(target.bounds);
     if (target.update)
-        target.visible = IsCoveredByDarkZones(target.screen->DarkZones, target.bounds) != 0;
+        target.visible = IsVisible(target.screen, &target.bounds, bit);
     return target;
 }
 
@@ -86,7 +91,7 @@ bool ShowOnRealScreen(Screen& screen, SURFOBJ* drawn, const RECTL& bounds)
 
 BOOL RunHookHeld(const HookedCall& call, AskBounds askBounds, DrawOn draw, Expand expand)
 {
-    const TargetScreen target = FindTarget(call.psoTrg, askBounds);
+    const TargetScreen target = FindTarget(call.psoTrg, call.bit, askBounds);
     const BOOL result = DrawHooked(call, target, draw);
     const LONGLONG now =
         CaptureAllows(call.bit, call.psoTrg, target.visible) ? CaptureCall(expand, FlagOf(target)) : ReadCounter();

@@ -40,9 +40,13 @@ BOOL RunHook(const HookedCall& call, AskBounds askBounds, DrawOn draw, Expand ex
 // The same for a caller that holds the DriverSemaphore already.
 BOOL RunHookHeld(const HookedCall& call, AskBounds askBounds, DrawOn draw, Expand expand);
 
+// Some of the area lies outside the screen's dark zones. True without a screen or an area, and while
+// no call of this bit is captured: the zones are then not looked through. Asked before the drawing.
+bool IsVisible(const Screen* screen, const RECTL* area, ULONG bit);
+
 // Its steps, for hooks with an order of their own.
 TargetScreen FindTarget(const SURFOBJ* psoTrg);
-TargetScreen FindTarget(const SURFOBJ* psoTrg, AskBounds askBounds);
+TargetScreen FindTarget(const SURFOBJ* psoTrg, ULONG bit, AskBounds askBounds);
 BOOL DrawHooked(const HookedCall& call, const TargetScreen& target, DrawOn draw);
 // `drawn` is the locked VirtualScreen, or null to have it locked. False when a screen does not lock.
 bool ShowOnRealScreen(Screen& screen, SURFOBJ* drawn, const RECTL& bounds);

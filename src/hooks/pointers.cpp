@@ -4,7 +4,6 @@
 #include "driver/locked_surface.h"
 #include "driver/nested_drawing.h"
 #include "driver/record_flags.h"
-#include "escape/dark_zones.h"
 #include "hooks/call_rectangles.h"
 #include "hooks/entry_points.h"
 #include "hooks/hook_frame.h"
@@ -47,8 +46,7 @@ namespace {
     {
         const SemaphoreHold hold;
         TargetScreen target = FindTarget(pso);
-        if (target.screen && area)
-            target.visible = IsCoveredByDarkZones(target.screen->DarkZones, *area) != 0;
+        target.visible = IsVisible(target.screen, area, bit);
         const ULONG result = DoPointerWork(pso, target, work);
         const LONGLONG now = CaptureAllows(bit, pso, target.visible) ? CaptureCall(expand, PointerFlag) : ReadCounter();
         UpdateIfDue(target.screen, now);

@@ -5,7 +5,6 @@
 #include "driver/nested_drawing.h"
 #include "driver/record_flags.h"
 #include "driver/screen_list.h"
-#include "escape/dark_zones.h"
 #include "hooks/cursor_exclusion.h"
 #include "hooks/entry_points.h"
 #include "hooks/hook_frame.h"
@@ -108,7 +107,7 @@ ULONG APIENTRY DrvSaveScreenBits(SURFOBJ* pso, ULONG iMode, ULONG ident, RECTL* 
 {
     const SemaphoreHold hold;
     Screen* const screen = pso ? ScreenList::Find(pso->dhpdev) : nullptr;
-    const bool visible = !screen || !prcl || IsCoveredByDarkZones(screen->DarkZones, *prcl) != 0;
+    const bool visible = IsVisible(screen, prcl, CALL_SAVESCREENBITS);
     const ULONG result = screen ? RunSave(*screen, pso, iMode, SavedBits(ident), prcl) : 0;
     const LONGLONG now = CaptureAllows(CALL_SAVESCREENBITS, pso, visible)
         ? CaptureCall([&](BYTE* record,

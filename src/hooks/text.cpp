@@ -34,8 +34,8 @@ BOOL APIENTRY DrvTextOut(SURFOBJ* pso, STROBJ* pstro, FONTOBJ* pfo, CLIPOBJ* pco
                          BRUSHOBJ* pboFore, BRUSHOBJ* pboOpaque, POINTL* pptlOrg, MIX mix)
 {
     const SemaphoreHold hold;
-    const TargetScreen target =
-        FindTarget(pso, [&](RECTL& bounds) { return TakeAsBounds(bounds, TextBounds(pstro, pco, prclOpaque)); });
+    const TargetScreen target = FindTarget(
+        pso, CALL_TEXTOUT, [&](RECTL& bounds) { return TakeAsBounds(bounds, TextBounds(pstro, pco, prclOpaque)); });
     if (CaptureAllows(CALL_TEXTOUT, pso, target.visible))
         CaptureCall(
             [&](BYTE* record, ULONG room) {

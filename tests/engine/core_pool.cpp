@@ -32,7 +32,7 @@ class PoolGuards : public Pool {
 TEST_F(Pool, GivesZeroedBlocksOnlyWhenAsked)
 {
     BYTE* const zeroed = Allocate(3);
-    BYTE* const fresh = Allocate(3, FL_NONPAGED_MEMORY);
+    BYTE* const fresh = Allocate(3, 0);
     EXPECT_EQ(std::vector<BYTE>(zeroed, zeroed + 3), (std::vector<BYTE>{0, 0, 0}));
     EXPECT_EQ(std::vector<BYTE>(fresh, fresh + 3), (std::vector<BYTE>{0xA5, 0xA5, 0xA5}));
     EXPECT_EQ(engine.Outstanding().poolBlocks, 2u);

@@ -163,6 +163,21 @@ namespace {
         EXPECT_EQ(written.messages, NumberMessage(TooManyRectangles, 65500));
     }
 
+    TEST_F(ClipEncoder, AsksAgainAfterAnEmptyBatch)
+    {
+        ThreeRectangles clip;
+        clip.emptyBatches = 2;
+        ExpectBytes(ThreeHead(3, 36) + Words({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}), Encoder(clip));
+    }
+
+    TEST_F(ClipEncoder, SetsTheEngineNoLimit)
+    {
+        ThreeRectangles clip;
+        clip.limit = 77;
+        Write(Encoder(clip), 1000);
+        EXPECT_EQ(clip.limit, 0u);
+    }
+
     class ClipEncoderWithoutScratch : public BareCaptureTest { };
 
     TEST_F(ClipEncoderWithoutScratch, ListsNoRectangles)

@@ -84,6 +84,18 @@ namespace {
         EXPECT_EQ(written.messages, PointsNotIncluded);
     }
 
+    TEST_F(PathEncoder, NeverReturnsASmallSizeForPointsWithoutEnd)
+    {
+        for (const ULONG count : {0x20000000u, 0x1FFFFFFEu, 0xFFFFFFFFu}) { // times 8 is past 32 bits, or nearly
+            engine::Path path;
+            path.Add(0, {{1, 2}});
+            path.Add(0, {{3, 4}});
+            path.subpaths[1].countTold = count;
+            const Written written = Write(Encoder(path), 44);
+            EXPECT_GE(written.size, 0x10000u);
+        }
+    }
+
     TEST_F(PathEncoder, WritesAnEmptyPathWithoutEntries)
     {
         engine::Path path;

@@ -178,6 +178,31 @@ namespace {
         EXPECT_EQ(written.messages, WrongCount);
     }
 
+    TEST_F(TextEncoder, DropsTheGlyphsBeforeAFailure)
+    {
+        ThreeGlyphs text;
+        text.Enumerate(2);
+        text.failEnumeration = true;
+        text.batchesBeforeFailure = 1;
+        text.pwszOrg = nullptr;
+        const Written written = Write(Encoder(text), 1000);
+        EXPECT_EQ(written.size, 40u);
+        EXPECT_TRUE(IsOnly(written.memory, TextHead(0, 0) + FirstGlyph + SecondGlyph));
+        EXPECT_EQ(written.messages, WrongCount);
+        EXPECT_EQ(text.next, 0u);
+    }
+
+    TEST_F(TextEncoder, TakesTheGlyphsBeforeAFailureWhenTheyAreAll)
+    {
+        ThreeGlyphs text;
+        text.Enumerate(2);
+        text.failEnumeration = true;
+        text.batchesBeforeFailure = 1;
+        text.cGlyphs = 2;
+        text.pwszOrg = nullptr;
+        ExpectBytes(TextHead(40, 0, 2) + FirstGlyph + SecondGlyph, Encoder(text));
+    }
+
     TEST_F(TextEncoder, LeavesTheSlotOfAMissingStringEmpty)
     {
         ThreeGlyphs text;
