@@ -82,16 +82,25 @@ template<class Pixels> EdgeRun RunOfEdge(const Pixels& pixels, const Quadrant& q
 {
     const auto colour = pixels.At(quadrant.sameRow, shift);
     const auto block = pixels.At(quadrant.block, shift);
-    if (pixels.At(quadrant.opposite, shift) == colour)
-        return EdgeRun::Diagonal;
-    const POINTL beside = {shift.x + quadrant.outward.x, shift.y};
-    const POINTL beyond = {shift.x, shift.y + quadrant.outward.y};
+    const POINTL& outward = quadrant.outward;
+    const POINTL beside = {shift.x + outward.x, shift.y};
+    const POINTL beyond = {shift.x, shift.y + outward.y};
     const bool sideways =
         pixels.At(quadrant.sameColumn, beside) == colour && pixels.At(quadrant.block, beside) == block;
     const bool upAndDown = pixels.At(quadrant.sameRow, beyond) == colour && pixels.At(quadrant.block, beyond) == block;
     if (sideways == upAndDown)
         return EdgeRun::Diagonal;
-    return sideways ? EdgeRun::Sideways : EdgeRun::UpAndDown;
+    const EdgeRun run = sideways ? EdgeRun::Sideways : EdgeRun::UpAndDown;
+    if (pixels.At(quadrant.opposite, shift) != colour)
+        return run;
+    // Three pixels of the colour: the edge of an area, if the colour goes on behind it. Otherwise two
+    // thin strokes meet here, as in letters, whose inside must not fill up.
+    const POINTL inward = sideways ? POINTL{0, -outward.y} : POINTL{-outward.x, 0};
+    const POINTL& edge = sideways ? quadrant.sameColumn : quadrant.sameRow;
+    const POINTL& further = sideways ? beside : beyond;
+    const bool isArea = pixels.At(edge, {shift.x + inward.x, shift.y + inward.y}) == colour
+        && pixels.At(edge, {further.x + inward.x, further.y + inward.y}) == colour;
+    return isArea ? run : EdgeRun::Diagonal;
 }
 
 inline Legs LegsOf(const SmoothPass& pass, EdgeRun run)

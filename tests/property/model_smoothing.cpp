@@ -151,6 +151,19 @@ namespace {
         {
             return At(x - 1 - q.x, y - 1 - q.y) != GrowingColour(q, x, y);
         }
+        // The edge that the triangle lies on is two pixels thick, as far as the long leg reaches.
+        bool GoesOnUnder(const Quadrant& q, std::int64_t x, std::int64_t y) const
+        {
+            const std::int64_t row = y - 1 - q.y - q.OutY();
+            const ULONG colour = GrowingColour(q, x, y);
+            return At(x + q.x, row) == colour && At(x + q.x + q.OutX(), row) == colour;
+        }
+        bool GoesOnBeside(const Quadrant& q, std::int64_t x, std::int64_t y) const
+        {
+            const std::int64_t column = x - 1 - q.x - q.OutX();
+            const ULONG colour = GrowingColour(q, x, y);
+            return At(column, y + q.y) == colour && At(column, y + q.y + q.OutY()) == colour;
+        }
         Legs LegsOf(const Quadrant& q, std::int64_t x, std::int64_t y) const
         {
             const ULONG block = BlockColour(q, x, y), colour = GrowingColour(q, x, y);
@@ -159,9 +172,9 @@ namespace {
             const bool upAndDown =
                 At(x - 1 - q.x, y + q.y + q.OutY()) == colour && At(x + q.x, y + q.y + q.OutY()) == block;
             const std::int64_t width = zoomer_.xFactor, height = zoomer_.yFactor;
-            if (sideways && !upAndDown && IsThin(q, x, y))
+            if (sideways && !upAndDown && (IsThin(q, x, y) || GoesOnUnder(q, x, y)))
                 return {2 * width, height};
-            if (upAndDown && !sideways && IsThin(q, x, y))
+            if (upAndDown && !sideways && (IsThin(q, x, y) || GoesOnBeside(q, x, y)))
                 return {width, 2 * height};
             return {width, height};
         }
@@ -178,8 +191,7 @@ namespace {
         void FarHalf(const Quadrant& q, std::int64_t x, std::int64_t y, int stepX, int stepY, const Legs& legs)
         {
             const std::int64_t nearX = x + stepX, nearY = y + stepY;
-            if (!HasWindow(nearX, nearY) || !Grows(q, nearX, nearY) || !IsThin(q, nearX, nearY)
-                || LegsOf(q, nearX, nearY) != legs)
+            if (!HasWindow(nearX, nearY) || !Grows(q, nearX, nearY) || LegsOf(q, nearX, nearY) != legs)
                 return;
             FillTriangle(q, x, y, legs, stepX ? zoomer_.xFactor : 0, stepY ? zoomer_.yFactor : 0,
                          GrowingColour(q, nearX, nearY));

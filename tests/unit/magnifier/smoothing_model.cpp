@@ -136,9 +136,12 @@ namespace {
         const char c = At(x + k.hx, y + k.hy), b = At(x + k.bx, y + k.by);
         const bool h = At(x + k.vx + k.ox, y + k.vy) == c && At(x + k.bx + k.ox, y + k.by) == b;
         const bool v = At(x + k.hx, y + k.hy + k.oy) == c && At(x + k.bx, y + k.by + k.oy) == b;
-        if (At(x + k.dx, y + k.dy) == c || h == v)
+        if (h == v)
             return 0;
-        return h ? 1 : 2;
+        const bool thin = At(x + k.dx, y + k.dy) != c;
+        if (h)
+            return thin || (At(x + k.vx, y + k.vy - k.oy) == c && At(x + k.vx + k.ox, y + k.vy - k.oy) == c) ? 1 : 0;
+        return thin || (At(x + k.hx - k.ox, y + k.hy) == c && At(x + k.hx - k.ox, y + k.hy + k.oy) == c) ? 2 : 0;
     }
 
     void Model::Fill(int q, int x, int y, int leg, int u0, int w0, char colour)
