@@ -23,3 +23,4 @@ add_library(koru_layout_check OBJECT ${CMAKE_SOURCE_DIR}/tests/layout/toolchain_
 target_include_directories(koru_layout_check PRIVATE
   ${CMAKE_SOURCE_DIR}/tests/layout ${CMAKE_SOURCE_DIR}/tests/layout/shim)
 target_compile_options(koru_layout_check PRIVATE -Wall -Wextra -Werror)
+include(cmake/links.cmake)

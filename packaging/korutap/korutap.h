@@ -67,7 +67,7 @@ struct Statistics {
     uint64_t submitted; // calls of QP
     uint64_t read; // records handed to the reader
     uint64_t dropped; // oldest records given up for new ones
-    uint64_t refused; // too long, or without a buffer: not kept, no sequence number
+    uint64_t refused; // too long, without a buffer, or during another call: not kept, no sequence number
     uint64_t empty; // submissions of length 0, kept as frames without bytes; counted among the others, too
     uint32_t held; // records in the ring
     uint32_t heldBytes; // of RingBytes
