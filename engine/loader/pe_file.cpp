@@ -25,14 +25,15 @@ namespace {
         return sum + static_cast<std::uint32_t>(file.Size());
     }
 
-    std::string CheckFileHeader(const pe::FileHeader& header)
+    std::string CheckFileHeader(const pe::FileHeader& header, bool isLibrary)
     {
         if (header.signature != pe::Signature)
             return "not an image file";
         if (header.machine != pe::I386)
             return "an image for another machine";
-        if (!(header.characteristics & pe::Executable) || !(header.characteristics & pe::Dll))
-            return "not a library image";
+        const bool saysLibrary = (header.characteristics & pe::Dll) != 0;
+        if (!(header.characteristics & pe::Executable) || saysLibrary != isLibrary)
+            return isLibrary ? "not a library image" : "not the image of a kernel module";
         if (header.characteristics & pe::RelocationsStripped)
             return "an image without relocations";
         if (header.sectionCount == 0 || header.sectionCount > MostSections)
@@ -67,7 +68,7 @@ std::optional<std::string> Bytes::ReadName(std::uint64_t at) const
     return std::string(text, length);
 }
 
-std::string PeFile::Read(const Bytes& file)
+std::string PeFile::Read(const Bytes& file, bool isLibrary)
 {
     const auto magic = file.Read<std::uint16_t>(0);
     const auto headerAt = file.Read<std::uint32_t>(pe::HeaderOffsetAt);
@@ -78,7 +79,7 @@ std::string PeFile::Read(const Bytes& file)
     const auto optionalHeader = file.Read<pe::OptionalHeader>(optionalAt);
     if (!fileHeader || !optionalHeader)
         return "an image cut off in its headers";
-    if (std::string error = CheckFileHeader(*fileHeader); !error.empty())
+    if (std::string error = CheckFileHeader(*fileHeader, isLibrary); !error.empty())
         return error;
     if (std::string error = CheckOptionalHeader(*optionalHeader); !error.empty())
         return error;

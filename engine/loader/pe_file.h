@@ -41,7 +41,9 @@ struct PeFile {
     pe::Directory directories[pe::DirectoryCount] = {};
     std::vector<pe::Section> sections;
 
-    std::string Read(const Bytes& file); // what is wrong, or nothing
+    // What is wrong, or nothing. A library says so in its header; a module that is started by its entry point
+    // must not.
+    std::string Read(const Bytes& file, bool isLibrary = true);
     bool IsCode(std::uint32_t address) const;
 
 private:

@@ -65,8 +65,8 @@ namespace {
         return {};
     }
 
-    std::string BindFunctions(const Mapped& image, const pe::ImportDescriptor& descriptor,
-                              std::vector<std::string>& imports)
+    std::string BindFunctions(const Mapped& image, const pe::ImportDescriptor& descriptor, const std::string& library,
+                              const Exports& functions, std::vector<std::string>& imports)
     {
         const Bytes view = image.View();
         const std::uint32_t names = descriptor.names ? descriptor.names : descriptor.addresses;
@@ -79,16 +79,25 @@ namespace {
             const auto name = *nameAt & pe::ByOrdinal ? std::nullopt : view.ReadName(std::uint64_t(*nameAt) + 2);
             if (!name)
                 return "an image that imports by number";
-            const auto service = Services().find(*name);
-            if (service == Services().end())
+            const auto function = functions.find(*name);
+            if (function == functions.end())
                 return "an image that imports the unknown service " + *name;
-            const auto address = reinterpret_cast<std::uintptr_t>(service->second);
+            const auto address = reinterpret_cast<std::uintptr_t>(function->second);
             image.Write(static_cast<std::uint32_t>(descriptor.addresses + offset), static_cast<std::uint32_t>(address));
-            imports.push_back("win32k.sys!" + *name);
+            imports.push_back(library + "!" + *name);
         }
     }
 
-    std::string Bind(const Mapped& image, std::vector<std::string>& imports)
+    std::string NamesOf(const std::map<std::string, Exports>& libraries)
+    {
+        std::string names;
+        for (const auto& [name, functions] : libraries)
+            names += (names.empty() ? "" : " or ") + name;
+        return names;
+    }
+
+    std::string Bind(const Mapped& image, const std::map<std::string, Exports>& libraries,
+                     std::vector<std::string>& imports)
     {
         const pe::Directory& directory = image.Directory(pe::ImportDirectory);
         if (directory.size == 0)
@@ -99,10 +108,12 @@ namespace {
                 return "an image with a bad import table";
             if (descriptor->library == 0 && descriptor->addresses == 0)
                 return {};
-            const auto library = image.View().ReadName(descriptor->library);
-            if (!library || LowerCase(*library) != "win32k.sys")
-                return "an image that imports from something else than win32k.sys";
-            if (std::string error = BindFunctions(image, *descriptor, imports); !error.empty())
+            const auto name = image.View().ReadName(descriptor->library);
+            const auto library = name ? libraries.find(LowerCase(*name)) : libraries.end();
+            if (library == libraries.end())
+                return "an image that imports from something else than " + NamesOf(libraries);
+            if (std::string error = BindFunctions(image, *descriptor, library->first, library->second, imports);
+                !error.empty())
                 return error;
         }
     }
@@ -150,6 +161,11 @@ namespace {
 
 } // namespace
 
+ImageKind ImageKind::OfDisplayDrivers()
+{
+    return {true, {{"win32k.sys", Services()}}};
+}
+
 PeImage::~PeImage()
 {
     Unmap();
@@ -188,7 +204,7 @@ bool PeImage::LoadBytes(const std::vector<unsigned char>& file)
 std::string PeImage::Map(const std::vector<unsigned char>& file)
 {
     PeFile parsed;
-    if (std::string error = parsed.Read({file.data(), file.size()}); !error.empty())
+    if (std::string error = parsed.Read({file.data(), file.size()}, kind_.isLibrary); !error.empty())
         return error;
     size_ = (parsed.header.imageSize + PageSize - 1) & ~(PageSize - 1);
     void* const place = mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -202,7 +218,7 @@ std::string PeImage::Map(const std::vector<unsigned char>& file)
     const Mapped image = {base_, parsed};
     std::string error = Relocate(image);
     if (error.empty())
-        error = Bind(image, imports_);
+        error = Bind(image, kind_.libraries, imports_);
     if (error.empty())
         error = ReadExports(image, exports_);
     if (error.empty() && !parsed.IsCode(parsed.header.entryPoint))

@@ -2,18 +2,30 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/core/engine.h"
 
 namespace engine {
 
+// What an image is and may import.
+struct ImageKind {
+    bool isLibrary; // else a kernel module, which is started by its entry point
+    std::map<std::string, Exports> libraries; // by name in lower case
+
+    static ImageKind OfDisplayDrivers(); // libraries that import the stand-in's services from win32k.sys
+};
+
 // A kernel-mode i386 image mapped into this process: sections copied to a fresh place, relocations
-// applied, imports from win32k.sys bound to the stand-in's services, pages protected as the section
-// flags say. Each object is a fresh copy with globals of its own.
+// applied, imports bound, pages protected as the section flags say. Each object is a fresh copy with
+// globals of its own.
 class PeImage {
 public:
-    PeImage() = default;
+    explicit PeImage(ImageKind kind = ImageKind::OfDisplayDrivers())
+        : kind_(std::move(kind))
+    {
+    }
     ~PeImage();
     PeImage(const PeImage&) = delete;
     PeImage& operator=(const PeImage&) = delete;
@@ -24,7 +36,7 @@ public:
     bool LoadBytes(const std::vector<unsigned char>& file);
     const std::string& Error() const { return error_; }
 
-    PFN EntryPoint() const { return entryPoint_; } // taken as DrvEnableDriver
+    PFN EntryPoint() const { return entryPoint_; } // of a display driver: DrvEnableDriver
     PFN Find(const std::string& name) const; // an export, or null; a forwarder is none
     std::vector<std::string> ExportNames() const;
     const std::vector<std::string>& ImportNames() const { return imports_; } // "win32k.sys!EngLockSurface"
@@ -33,6 +45,7 @@ private:
     void Unmap();
     std::string Map(const std::vector<unsigned char>& file); // what is wrong, or nothing
 
+    ImageKind kind_;
     unsigned char* base_ = nullptr;
     std::size_t size_ = 0;
     PFN entryPoint_ = nullptr;
