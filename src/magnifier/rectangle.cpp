@@ -109,7 +109,7 @@ RECTL JoinRect(const RECTL& a, const RECTL& b)
     return IsEmpty(b) ? a : UnionRect(a, b);
 }
 
-RECTL InflateRect(const RECTL& r, LONG dx, LONG dy)
+RECTL InflateRect(const RECTL& r, LONGLONG dx, LONGLONG dy)
 {
     return {Held(LONGLONG{r.left} - dx), Held(LONGLONG{r.top} - dy), Held(LONGLONG{r.right} + dx),
             Held(LONGLONG{r.bottom} + dy)};

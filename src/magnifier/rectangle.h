@@ -37,7 +37,7 @@ RECTL UnionRect(const RECTL& a, const RECTL& b);
 RECTL JoinRect(const RECTL& a, const RECTL& b);
 
 // left - dx, top - dy, right + dx, bottom + dy, held at the ends of the 32-bit range.
-RECTL InflateRect(const RECTL& r, LONG dx, LONG dy);
+RECTL InflateRect(const RECTL& r, LONGLONG dx, LONGLONG dy);
 
 // Reversed sides swapped.
 RECTL OrderedRect(const RECTL& r);

@@ -25,18 +25,31 @@ typename Pixel::Value RowWinner(const SmoothPass& pass, const Pixels& pixels, co
     return Pixel::Choose(topLeft, topRight, pass);
 }
 
-// Whether the colour of the diagonal that passes a quadrant's block grows into it. `shift` moves the
-// question to a neighbouring junction of the window.
+// Whether a quadrant's block lies beside a diagonal of one other colour. `shift` moves the question to
+// a neighbouring junction of the window.
+template<class Pixels> bool LiesBesideDiagonal(const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift)
+{
+    const auto colour = pixels.At(quadrant.sameRow, shift);
+    return pixels.At(quadrant.sameColumn, shift) == colour && pixels.At(quadrant.block, shift) != colour;
+}
+
+// Whether the diagonal's colour loses against the block's, and so grows into it.
 template<class Pixel, class Pixels>
-bool Grows(const SmoothPass& pass, const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift)
+bool IsGrownInto(const SmoothPass& pass, const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift)
 {
     const auto colour = pixels.At(quadrant.sameRow, shift);
     const auto block = pixels.At(quadrant.block, shift);
-    if (pixels.At(quadrant.sameColumn, shift) != colour || block == colour)
-        return false;
-    const auto winner =
-        quadrant.blockAskedFirst ? Pixel::Choose(block, colour, pass) : Pixel::Choose(colour, block, pass);
-    return winner == block && RowWinner<Pixel>(pass, pixels, shift) != colour;
+    return (quadrant.blockAskedFirst ? Pixel::Choose(block, colour, pass) : Pixel::Choose(colour, block, pass))
+        == block;
+}
+
+// All of it: a diagonal that passes the block and grows into it.
+template<class Pixel, class Pixels>
+bool Grows(const SmoothPass& pass, const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift)
+{
+    return LiesBesideDiagonal(pixels, quadrant, shift)
+        && RowWinner<Pixel>(pass, pixels, shift) != pixels.At(quadrant.sameRow, shift)
+        && IsGrownInto<Pixel>(pass, pixels, quadrant, shift);
 }
 
 // Three pixels of one colour whose edges both run on: the corner of a box, which stays square.
@@ -64,12 +77,17 @@ template<class Pixel, bool KeepsCorners> void SmoothFour(const SmoothPass& pass)
     ForEachJunction(pass, pixels, [&](LONG x, LONG y, const POINTL& junction) {
         if (pixels.At(-1, -1) != pixels.At(0, 0) && pixels.At(0, -1) != pixels.At(-1, 0))
             return;
+        if (pixels.At(-1, -1) == pixels.At(0, 0) && pixels.At(0, -1) == pixels.At(-1, 0)
+            && pixels.At(-1, -1) == pixels.At(0, -1))
+            return;
         if (KeepsCorners && IsBoxCorner<Pixel>(pass, pixels, x, y))
             return;
+        const auto rowWinner = RowWinner<Pixel>(pass, pixels, {0, 0});
         for (const Quadrant& quadrant : Quadrants) {
-            if (KeepsCorners && !HasPixelsBeyond(pass.original, quadrant, x, y))
+            if (!LiesBesideDiagonal(pixels, quadrant, {0, 0}) || pixels.At(quadrant.sameRow) == rowWinner)
                 continue;
-            if (Grows<Pixel>(pass, pixels, quadrant, {0, 0}))
+            if (IsGrownInto<Pixel>(pass, pixels, quadrant, {0, 0})
+                && (!KeepsCorners || HasPixelsBeyond(pass.original, quadrant, x, y)))
                 PaintTriangle<Pixel>(pass, quadrant, junction, {side, side}, {0, 0}, pixels.At(quadrant.sameRow));
         }
     });

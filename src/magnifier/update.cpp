@@ -25,10 +25,7 @@ namespace {
 
     RECTL WithBorders(const Zoomer& zoomer, const RECTL& view)
     {
-        if (!zoomer.border)
-            return view;
-        const LONG size = zoomer.bordersSize > INT32_MAX ? INT32_MAX : static_cast<LONG>(zoomer.bordersSize);
-        return InflateRect(view, size, size);
+        return zoomer.border ? InflateRect(view, zoomer.bordersSize, zoomer.bordersSize) : view;
     }
 
     struct Updating {

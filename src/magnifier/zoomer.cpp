@@ -4,6 +4,20 @@
 
 namespace koru {
 
+static_assert(offsetof(Zoomer, state) == 0 && offsetof(Zoomer, xFactor) == 4 && offsetof(Zoomer, yFactor) == 5);
+static_assert(offsetof(Zoomer, mode) == 8 && offsetof(Zoomer, style) == 12 && offsetof(Zoomer, behaviour) == 16);
+static_assert(offsetof(Zoomer, border) == 20 && offsetof(Zoomer, bordersSize) == 24
+              && offsetof(Zoomer, originalRect) == 28);
+static_assert(offsetof(Zoomer, zoomedRect) == 44 && offsetof(Zoomer, previousZoomedRect) == 60
+              && offsetof(Zoomer, destRect) == 76);
+static_assert(offsetof(Zoomer, improveFactor) == 92 && offsetof(Zoomer, pending) == 96
+              && offsetof(Zoomer, pendingRect) == 100);
+static_assert(offsetof(Zoomer, changed) == 116 && offsetof(Zoomer, screenWidth) == 120
+              && offsetof(Zoomer, screenHeight) == 124);
+static_assert(offsetof(Zoomer, colourTable) == 128 && offsetof(Zoomer, hBmpAux) == 132
+              && offsetof(Zoomer, pickColour) == 136);
+static_assert(offsetof(Zoomer, hBmp) == 140 && offsetof(Zoomer, zOrder) == 144 && offsetof(Zoomer, next) == 148);
+
 namespace {
 
     // Client values may exceed every range: the sum wraps, what comes of it is not magnified.

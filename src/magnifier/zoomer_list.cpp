@@ -9,6 +9,13 @@
 
 namespace koru {
 
+static_assert(offsetof(ZoomerList, head) == 0 && offsetof(ZoomerList, count) == 4
+              && offsetof(ZoomerList, hBmpStretchDest) == 8);
+static_assert(offsetof(ZoomerList, hBmpAux) == 12 && offsetof(ZoomerList, width) == 16
+              && offsetof(ZoomerList, height) == 20);
+static_assert(offsetof(ZoomerList, format) == 24 && offsetof(ZoomerList, recompose) == 28
+              && offsetof(ZoomerList, colourTable) == 32);
+
 namespace {
 
     // How far a zoomer's bitmap exceeds the screen, right and below.

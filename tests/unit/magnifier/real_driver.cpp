@@ -4,6 +4,7 @@
 #include "driver/driver_values.h"
 #include "engine/core/engine.h"
 #include "engine/devices/chain_manager.h"
+#include "magnifier/update.h"
 
 namespace real_driver {
 
@@ -16,7 +17,7 @@ namespace {
     BOOL APIENTRY CopyBits(SURFOBJ* psoDest, SURFOBJ* psoSrc, CLIPOBJ* pco, XLATEOBJ* pxlo, RECTL* prclDest,
                            POINTL* pptlSrc)
     {
-        copies.push_back({psoDest, psoSrc, *prclDest, *pptlSrc, pco || pxlo, koru::HookDepth});
+        copies.push_back({psoDest, psoSrc, *prclDest, *pptlSrc, pco || pxlo, koru::HookDepth, koru::lastUpdateTime});
         EngCopyBits(psoDest, psoSrc, pco, pxlo, prclDest, pptlSrc);
         return answer;
     }

@@ -16,6 +16,7 @@ struct Copy {
     POINTL ptlSrc;
     bool hasClipOrXlate;
     LONG hookDepth; // of the driver under test at the call
+    LONGLONG lastUpdateTime; // the same
 };
 
 // Loads it through the chain, with the current engine; without DrvCopyBits when told so.

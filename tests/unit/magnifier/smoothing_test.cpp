@@ -269,6 +269,18 @@ TEST_F(Smoothing, WritesTheWholePixelOfThirtyTwoBits)
     EXPECT_EQ(target->Pixel(2, 1), 0x7FFF0000u);
 }
 
+TEST_F(Smoothing, SaysForEachChoiceThatATableIsMissing)
+{
+    Use(Form::Bits8);
+    koru::FreeToPool(colourTable);
+    colourTable = nullptr;
+    engine.TakeDebugOutput();
+    Smooth(diagonal);
+    // One for the row; the first colour wins it, so the main diagonal stays; two for the other one.
+    const std::string once = "KORU:Error getting color from palette\n";
+    EXPECT_EQ(engine.TakeDebugOutput(), once + once + once);
+}
+
 TEST_F(Smoothing, DoesNothingOnOneBitPerPixel)
 {
     engine::Surface* const source = engine::MakeBitmap({2, 2}, engine::PixelLayout::Default(BMF_1BPP));

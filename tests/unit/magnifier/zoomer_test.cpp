@@ -117,6 +117,17 @@ TEST_F(AZoomer, ComparesThePickedColourAsYesOrNo)
     EXPECT_EQ(zoomer->pickColour, 0u);
 }
 
+TEST_F(AZoomer, StaysAsItIsWhenGivenItsFactorsAgain)
+{
+    zoomer->pendingRect = {1, 2, 3, 4};
+    zoomer->SetFactor(0x102); // the low byte counts
+    zoomer->SetXFactor(2);
+    zoomer->SetYFactor(0xFFFFFF02);
+    EXPECT_EQ(zoomer->changed, 0u);
+    EXPECT_EQ(zoomer->pendingRect, (RECTL{1, 2, 3, 4}));
+    EXPECT_EQ(zoomer->destRect, (RECTL{0, 0, 100, 100}));
+}
+
 TEST_F(AZoomer, PlacesTheWholeOriginalByItsFactors)
 {
     zoomer->SetOriginalRect({10, 10, 60, 40});
