@@ -197,7 +197,7 @@ void AddMagnify(CLI::App& app, MagnifyArguments& arguments)
 
 } // namespace
 
-int main(int argc, char** argv)
+int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): what is thrown while it sets up is a bug
 {
     CLI::App app("Koru: plays drawings through the display driver and reads what it records");
     app.require_subcommand(1);

@@ -33,7 +33,7 @@ namespace {
 
     std::string LineOf(const Frame& frame, const RecordsOptions& options)
     {
-        const std::string line = JsonLine(frame.record, frame.flag);
+        std::string line = JsonLine(frame.record, frame.flag);
         if (!options.noAddresses)
             return line;
         auto value = nlohmann::ordered_json::parse(line);

@@ -171,18 +171,20 @@ void Font::SetNames(const std::u16string& family, const std::u16string& style, c
     const std::u16string* const names[] = {&family, &style, &face, &unique};
     LONG IFIMETRICS::*const offsets[] = {&IFIMETRICS::dpwszFamilyName, &IFIMETRICS::dpwszStyleName,
                                          &IFIMETRICS::dpwszFaceName, &IFIMETRICS::dpwszUniqueName};
-    metrics.resize(sizeof(IFIMETRICS));
+    IFIMETRICS head = {};
+    if (!metrics.empty())
+        head = *Metrics();
+    metrics.resize(sizeof(head));
     for (std::size_t i = 0; i < std::size(names); ++i) {
-        if (names[i]->empty()) {
-            Metrics()->*offsets[i] = 0;
-            continue;
-        }
         const std::size_t at = metrics.size();
+        head.*offsets[i] = names[i]->empty() ? 0 : static_cast<LONG>(at);
+        if (names[i]->empty())
+            continue;
         metrics.resize(at + (names[i]->size() + 1) * sizeof(WCHAR));
         std::memcpy(metrics.data() + at, names[i]->c_str(), (names[i]->size() + 1) * sizeof(WCHAR));
-        Metrics()->*offsets[i] = static_cast<LONG>(at);
     }
-    Metrics()->cjThis = static_cast<ULONG>(metrics.size());
+    head.cjThis = static_cast<ULONG>(metrics.size());
+    std::memcpy(metrics.data(), &head, sizeof(head));
 }
 
 IFIMETRICS* Font::Metrics()

@@ -98,11 +98,11 @@ std::string PeFile::ReadDirectories(const Bytes& file, const pe::FileHeader& fil
     const std::uint64_t size = header.directoryCount * std::uint64_t(sizeof(pe::Directory));
     const std::uint64_t sectionsAt = optionalAt + fileHeader.optionalHeaderSize;
     if (header.directoryCount > pe::DirectoryCount || at + size > sectionsAt
-        || sectionsAt + fileHeader.sectionCount * sizeof(pe::Section) > header.headersSize
+        || sectionsAt + fileHeader.sectionCount * std::uint64_t{sizeof(pe::Section)} > header.headersSize
         || !file.Holds(0, header.headersSize))
         return "an image with bad headers";
     for (unsigned i = 0; i < header.directoryCount; ++i)
-        directories[i] = *file.Read<pe::Directory>(at + i * sizeof(pe::Directory));
+        directories[i] = *file.Read<pe::Directory>(at + i * std::uint64_t{sizeof(pe::Directory)});
     return {};
 }
 
@@ -110,7 +110,7 @@ std::string PeFile::ReadSections(const Bytes& file, unsigned count, std::uint64_
 {
     std::uint64_t end = header.headersSize;
     for (unsigned i = 0; i < count; ++i) {
-        pe::Section section = *file.Read<pe::Section>(at + i * sizeof(pe::Section));
+        pe::Section section = *file.Read<pe::Section>(at + i * std::uint64_t{sizeof(pe::Section)});
         if (section.virtualSize == 0)
             section.virtualSize = section.fileSize;
         const std::uint64_t sectionEnd = std::uint64_t(section.address) + section.virtualSize;
