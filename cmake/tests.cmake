@@ -19,6 +19,7 @@ file(GLOB_RECURSE UNIT_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/unit/*.
 file(GLOB ENGINE_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/engine/*.cpp)
 file(GLOB CLIENT_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/client/*.cpp)
 file(GLOB CONFORMANCE_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/conformance/*.cpp)
+file(GLOB PROPERTY_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/property/*.cpp)
 set(ENGINE_MAIN ${CMAKE_SOURCE_DIR}/tests/support/engine_main.cpp)
 
 koru_test_program(unit_tests SOURCES ${UNIT_TESTS} ${ENGINE_MAIN} LIBRARIES koru_engine)
@@ -27,19 +28,17 @@ koru_test_program(client_tests SOURCES ${CLIENT_TESTS} ${CMAKE_SOURCE_DIR}/tests
   LIBRARIES koru_client)
 koru_test_program(conformance_tests SOURCES ${CONFORMANCE_TESTS} ${ENGINE_MAIN} LIBRARIES koru_engine koru_client)
 
-file(GLOB PROPERTY_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/property/*.cpp)
-if(PROPERTY_TESTS)
-  koru_test_program(property_tests SOURCES ${PROPERTY_TESTS} ${CMAKE_SOURCE_DIR}/tests/conformance/session.cpp
-    ${ENGINE_MAIN} LIBRARIES koru_engine koru_client)
-  add_test(NAME property_tests COMMAND property_tests --gtest_brief=1)
-endif()
+koru_test_program(property_tests SOURCES ${PROPERTY_TESTS} ${CMAKE_SOURCE_DIR}/tests/conformance/session.cpp
+  ${ENGINE_MAIN} LIBRARIES koru_engine koru_client)
 
 foreach(program unit_tests engine_tests client_tests)
   add_test(NAME ${program} COMMAND ${program} --gtest_brief=1)
 endforeach()
 set(KORU_IMAGE_FILE ${CMAKE_SOURCE_DIR}/build/image/koru.dll)
-add_test(NAME conformance_linked COMMAND conformance_tests --gtest_brief=1)
-add_test(NAME conformance_image COMMAND conformance_tests --gtest_brief=1 --image=${KORU_IMAGE_FILE})
+foreach(kind conformance property)
+  add_test(NAME ${kind}_linked COMMAND ${kind}_tests --gtest_brief=1)
+  add_test(NAME ${kind}_image COMMAND ${kind}_tests --gtest_brief=1 --image=${KORU_IMAGE_FILE})
+endforeach()
 
 file(GLOB KORU_SCRIPT_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/program/*.sh)
 foreach(script ${KORU_SCRIPT_TESTS})
