@@ -53,7 +53,7 @@ BOOL PutOnScreen(const Zoomer& zoomer, SURFOBJ* psoReal, SURFOBJ* psoBmp, const 
         return WiseSurface::MergeAndCopy(psoReal, psoAux.Get(), visible);
     }
     if (WiseSurface::IsActive()) // merging would burn the overlay into the zoomer's own picture
-        return CopyToScreenCut(psoReal, psoBmp, visible);
+        return WiseSurface::CopyUnmerged(psoReal, psoBmp, visible);
     return WiseSurface::MergeAndCopy(psoReal, psoBmp, visible);
 }
 

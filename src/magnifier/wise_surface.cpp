@@ -62,6 +62,14 @@ namespace {
         return false;
     }
 
+    bool CanCopyToScreen()
+    {
+        if (RealFunction<PFN_DrvCopyBits>(INDEX_DrvCopyBits))
+            return true;
+        DebugPrint("CopyImage: Error copybits is not supported.\n");
+        return false;
+    }
+
     // Mask and work bitmap: inside the mask the picture as it was, outside of it the merged one.
     void MergeMasked(SURFOBJ* psoPicture, SURFOBJ* psoImage, SURFOBJ* psoMask, SURFOBJ* psoAux, const RECTL& clip,
                      const POINTL& point)
@@ -188,13 +196,16 @@ BOOL CopyImage(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoWork, const RECTL&
 
 BOOL MergeAndCopy(SURFOBJ* psoDest, SURFOBJ* psoPicture, const RECTL& rectangle)
 {
-    if (!RealFunction<PFN_DrvCopyBits>(INDEX_DrvCopyBits)) {
-        DebugPrint("CopyImage: Error copybits is not supported.\n");
+    if (!CanCopyToScreen())
         return FALSE;
-    }
     if (overlay.image)
         Merge(psoPicture, rectangle);
     return CopyToScreenCut(psoDest, psoPicture, rectangle);
+}
+
+BOOL CopyUnmerged(SURFOBJ* psoDest, SURFOBJ* psoPicture, const RECTL& rectangle)
+{
+    return CanCopyToScreen() ? CopyToScreenCut(psoDest, psoPicture, rectangle) : FALSE;
 }
 
 } // namespace koru::WiseSurface

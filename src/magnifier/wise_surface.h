@@ -22,8 +22,12 @@ namespace WiseSurface {
     // null: then nothing is copied while there is an image.
     BOOL CopyImage(SURFOBJ* psoDest, SURFOBJ* psoSrc, SURFOBJ* psoWork, const RECTL& rectangle);
 
-    // Merges the overlay into `psoPicture` and copies that to the screen.
+    // Merges the overlay into `psoPicture` and copies that to the screen. 0, with a message and without
+    // merging, when the real driver has no DrvCopyBits.
     BOOL MergeAndCopy(SURFOBJ* psoDest, SURFOBJ* psoPicture, const RECTL& rectangle);
+
+    // The same without the overlay, for a picture that must stay as it is.
+    BOOL CopyUnmerged(SURFOBJ* psoDest, SURFOBJ* psoPicture, const RECTL& rectangle);
 
 } // namespace WiseSurface
 
