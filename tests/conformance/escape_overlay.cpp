@@ -122,6 +122,19 @@ namespace {
         EXPECT_EQ(session.Engine().Violations(), std::vector<std::string>{"EngAssociateSurface: not a device"});
     }
 
+    TEST_F(EscapeOverlay, IsGivenToTheDeviceAtEveryRequest)
+    {
+        ExpectWord(1, Run(SetOverlay, {0, 0, 1, 1}, 0, 0, Copy));
+        session.expectViolations = true;
+        const HDEV device = pso->hdev;
+        pso->hdev = reinterpret_cast<HDEV>(0x77);
+        const Reply reply = Run(SetOverlay, {0, 0, 1, 1}, 0, 0, Copy);
+        pso->hdev = device;
+        EXPECT_EQ(reply.out[0], 1u);
+        EXPECT_EQ(reply.messages, "KORU:Associate Failed!!!!\n");
+        EXPECT_EQ(session.Engine().Violations(), std::vector<std::string>{"EngAssociateSurface: not a device"});
+    }
+
     // A device-managed surface without a bitmap behind it: only the hooks can read it.
     TEST_F(EscapeOverlay, IsCopiedAsTheDriversOwnDrawing)
     {
@@ -129,7 +142,10 @@ namespace {
         ASSERT_TRUE(EngAssociateSurface(managed, session.Device().Handle(), HOOK_COPYBITS));
         for (const ULONG selector : {Mask, Copy}) {
             session.records.clear();
-            RunOn(engine::FindSurface(managed), SetOverlay, {0, 0, 2, 1}, 0, 0, selector);
+            const Reply reply = RunOn(engine::FindSurface(managed), SetOverlay, {0, 0, 2, 1}, 0, 0, selector);
+            EXPECT_EQ(reply.out[0], selector == Mask ? 0u : 1u)
+                << "the copy fails, and a mask answers as its copy does";
+            EXPECT_EQ(reply.messages, "") << selector;
             EXPECT_TRUE(session.records.empty()) << selector;
         }
         EngDeleteSurface(managed);
@@ -167,9 +183,23 @@ namespace {
     TEST_F(EscapeOverlay, IsSetAlsoWhenItCannotBeAssociated)
     {
         session.Engine().Fail(engine::Request::Associate);
-        const Reply reply = Run(SetOverlay, {0, 0, 2, 1}, 0, 0, Copy);
+        Reply reply = Run(SetOverlay, {0, 0, 2, 1}, 0, 0, Copy);
         EXPECT_EQ(reply.out[0], 1u);
         EXPECT_EQ(reply.messages, "KORU:Associate Failed!!!!\n");
+        session.Engine().Fail(engine::Request::Associate);
+        reply = Run(SetOverlay, {0, 0, 2, 1}, 0, 0, Copy);
+        EXPECT_EQ(reply.out[0], 1u);
+        EXPECT_EQ(reply.messages, "KORU:Associate Failed!!!!\n") << "an image that is there already";
+    }
+
+    TEST_F(EscapeOverlay, IsSetAlsoWhenItsNewImageCannotBeLocked)
+    {
+        session.Virtual()->SetPixel(0, 0, 0x0000BB);
+        Pixels()->SetPixel(0, 0, 0x00AA00);
+        const ULONG locks = pso->dhsurf ? 2 : 1; // the client's bitmap, the image
+        session.Engine().Fail(engine::Request::Lock, locks);
+        ExpectWord(1, Run(SetOverlay, {0, 0, 2, 1}, 0, 0, Copy));
+        EXPECT_EQ(Glass(), "....\n") << "nothing was copied into it";
     }
 
     TEST_F(EscapeOverlay, IsDestroyedWhateverTheSurface)

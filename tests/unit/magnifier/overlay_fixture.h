@@ -40,6 +40,17 @@ protected:
         EXPECT_EQ(Real(), Virtual());
         return Real();
     }
+    // The overlay's bitmap: a message tells its handle when it does not lock.
+    const engine::Surface& Image()
+    {
+        const std::string before = "WiseSurf ";
+        engine.Fail(engine::Request::Lock, 1);
+        engine.ClearDebugOutput();
+        Merged();
+        const std::string output = engine.TakeDebugOutput();
+        const unsigned long handle = std::stoul(output.substr(output.find(before) + before.size()));
+        return pictures::SurfaceBehind(reinterpret_cast<HSURF>(handle));
+    }
     static std::string RedWith(const std::string& part, LONG x = 4, LONG y = 2)
     {
         return pictures::WithPicture(pictures::Filled(16, 10, 'R'), x, y, part);

@@ -29,6 +29,20 @@ TEST_F(TheOverlay, GoesOnWhenItsImageCannotBeAssociated)
     EXPECT_EQ(SetImage(Copy), 1);
     EXPECT_EQ(engine.TakeDebugOutput(), "KORU:Associate Failed!!!!\n");
     EXPECT_EQ(Merged(), RedWith(picture));
+    engine.Fail(Request::Associate);
+    EXPECT_EQ(SetImage(Copy, {4, 2}, {10, 6, 14, 9}), 1) << "an image that is there already";
+    EXPECT_EQ(engine.TakeDebugOutput(), "KORU:Associate Failed!!!!\n");
+    PaintVirtual(0, 0, Filled(16, 10, 'R'));
+    EXPECT_EQ(Merged(), RedWith(picture, 10, 6));
+}
+
+TEST_F(TheOverlay, IsSetThoughItsNewImageDoesNotLock)
+{
+    engine.Fail(Request::Lock, 1);
+    EXPECT_EQ(SetImage(Copy), 1);
+    EXPECT_EQ(engine.TakeDebugOutput(), "");
+    EXPECT_TRUE(WiseSurface::IsActive());
+    EXPECT_EQ(Merged(), WithRectangle(Filled(16, 10, 'R'), {4, 2, 8, 5}, '.')) << "nothing was copied into it";
 }
 
 TEST_F(TheOverlay, IsNotThereWhenItsImageCannotBeMade)
@@ -73,6 +87,34 @@ TEST_F(TheOverlay, TellsWhenItsMaskDoesNotLock)
     engine.Fail(Request::Lock, 1);
     EXPECT_EQ(SetMask(), 0);
     EXPECT_EQ(engine.TakeDebugOutput(), "KORU:Mask is not created!!!! \n");
+}
+
+BOOL APIENTRY RefuseCopyBits(SURFOBJ*, SURFOBJ*, CLIPOBJ*, XLATEOBJ*, RECTL*, POINTL*)
+{
+    return FALSE;
+}
+BOOL APIENTRY EnableRefusingDriver(ULONG, ULONG, DRVENABLEDATA* pded)
+{
+    static DRVFN functions[] = {{INDEX_DrvCopyBits, reinterpret_cast<PFN>(RefuseCopyBits)}};
+    *pded = {DDI_DRIVER_VERSION_NT5_01, 1, functions};
+    return TRUE;
+}
+
+TEST_F(TheOverlay, AnswersForItsMaskAsTheCopyDoes)
+{
+    engine.RegisterImage(u"refuser", {{"DrvEnableDriver", reinterpret_cast<PFN>(EnableRefusingDriver)}});
+    engine::DisplayDriver refusingDriver(u"refuser");
+    engine::Device refuser(refusingDriver);
+    const auto managed = EngCreateDeviceSurface(nullptr, {16, 10}, BMF_32BPP);
+    EngAssociateSurface(managed, refuser.Handle(), HOOK_COPYBITS);
+    EXPECT_EQ(WiseSurface::SetMask(16, 10, BMF_32BPP, {4, 2, 8, 5}, &SurfaceBehind(managed)), 0);
+    EXPECT_EQ(engine.TakeDebugOutput(), "");
+    EXPECT_EQ(WiseSurface::SetMask(16, 10, BMF_32BPP, {16, 2, 20, 5}, &SurfaceBehind(managed)), 1) << "nothing to copy";
+    EXPECT_EQ(
+        WiseSurface::SetImage(16, 10, BMF_32BPP, Copy, {4, 2}, {4, 2, 8, 5}, &SurfaceBehind(managed), device->Handle()),
+        1)
+        << "an image answers for itself alone";
+    EngDeleteSurface(managed);
 }
 
 TEST_F(TheOverlay, IsOredIntoThePictureWithoutTheWorkBitmap)
@@ -127,6 +169,20 @@ TEST_F(TheOverlay, IsLeftOutOfAZoomerWithoutTheAuxiliaryBitmap)
     engine.RefuseLock(list.hBmpAux);
     EXPECT_EQ(Refresh(zoomer), 1);
     EXPECT_EQ(Real(), WithRectangle(black, {6, 3, 10, 7}, 'R'));
+    EXPECT_EQ(BitmapOf(zoomer, {6, 3, 10, 7}), Filled(4, 4, 'R'));
+    EXPECT_EQ(engine.TakeDebugOutput(), "");
+}
+
+TEST_F(TheOverlay, FailsAlsoWhereItWouldBeLeftOutWhenTheRealDriverCannotCopy)
+{
+    SetImage(Copy);
+    Zoomer* const zoomer = AddZoomer({0, 0, 2, 2}, {6, 3, 10, 7}, 2, BehaviourFull);
+    real_driver::Unload();
+    real_driver::Load(false);
+    engine.RefuseLock(list.hBmpAux);
+    Refresh(zoomer);
+    EXPECT_EQ(engine.TakeDebugOutput(), "KORU:CopyImage: Error copybits is not supported.\n");
+    EXPECT_EQ(Real(), black);
     EXPECT_EQ(BitmapOf(zoomer, {6, 3, 10, 7}), Filled(4, 4, 'R'));
 }
 

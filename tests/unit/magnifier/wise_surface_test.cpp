@@ -161,20 +161,23 @@ TEST_F(TheOverlay, IgnoresAMaskOfAnotherFormat)
 TEST_F(TheOverlay, HasAnImageOfTheDeviceWithRowsNotRoundedUp)
 {
     WiseSurface::SetImage(5, 3, BMF_24BPP, Copy, {0, 0}, {0, 0, 5, 3}, client, device->Handle());
-    engine.Fail(Request::Lock, 1);
-    engine.ClearDebugOutput();
-    Merged(); // tells the image's handle
-    const std::string output = engine.TakeDebugOutput();
-    const std::string before = "WiseSurf ";
-    ASSERT_NE(output.find(before), std::string::npos);
-    const unsigned long handle = std::stoul(output.substr(output.find(before) + before.size()));
-    const engine::Surface& image = SurfaceBehind(reinterpret_cast<HSURF>(handle));
+    const engine::Surface& image = Image();
     EXPECT_EQ(image.sizlBitmap, (SIZEL{5, 3}));
     EXPECT_EQ(image.iBitmapFormat, BMF_24BPP);
     EXPECT_EQ(image.lDelta, 15);
     EXPECT_EQ(image.fjBitmap & BMF_TOPDOWN, BMF_TOPDOWN);
     EXPECT_EQ(image.hooks, HOOK_SYNCHRONIZEACCESS);
     EXPECT_EQ(image.hdev, device->Handle());
+}
+
+TEST_F(TheOverlay, BelongsToTheDeviceOfTheLastRequest)
+{
+    SetImage(Copy);
+    engine::Device other(*driver);
+    const ULONG made = engine.RequestCount(Request::CreateSurface);
+    WiseSurface::SetImage(16, 10, FormatOf(form), Copy, {4, 2}, {4, 2, 8, 5}, client, other.Handle());
+    EXPECT_EQ(engine.RequestCount(Request::CreateSurface), made) << "the same image";
+    EXPECT_EQ(Image().hdev, other.Handle());
 }
 
 TEST_F(TheOverlay, KeepsASmallerImageForALargerRequest)
