@@ -9,6 +9,14 @@ namespace {
         return first.bits == second.bits;
     }
 
+    // One bit shows by luminance, other formats as usual.
+    ULONG Shown(const Format& format, const Colour& colour)
+    {
+        if (format.bits == 1)
+            return 299 * colour.red + 587 * colour.green + 114 * colour.blue >= 128 * 1000;
+        return PixelOf(format, colour);
+    }
+
     // Of a premultiplied component over a background.
     ULONG Over(ULONG component, ULONG background, ULONG alpha)
     {
@@ -89,7 +97,7 @@ ULONG Cursor::ValueOf(ULONG raw) const
         return raw < colours.table->size() ? (*colours.table)[raw] : 0;
     if (SameLayout(colours.format, format_) || colours.format.bits <= 8)
         return raw;
-    return PixelOf(format_, ColourOf(colours.format, raw));
+    return Shown(format_, ColourOf(colours.format, raw));
 }
 
 ULONG Cursor::MixedMasked(std::int64_t x, std::int64_t y, ULONG background) const
@@ -112,7 +120,7 @@ ULONG Cursor::MixedAlpha(ULONG pixel, ULONG background) const
             return background;
         const Colour full = {Unmultiplied(colour.red, alpha), Unmultiplied(colour.green, alpha),
                              Unmultiplied(colour.blue, alpha)};
-        return format_.bits == 1 ? full.green >= 128 : PixelOf(format_, full); // only greys on one bit
+        return Shown(format_, full);
     }
     const Colour under = ColourOf(format_, background);
     const ULONG unused = format_.bits == 32 ? background & 0xFF000000 : 0;

@@ -34,11 +34,8 @@ void PointerShape::MakeMask(const SIZEL& size)
     mask = ToBitmap(*shape.mask, {1, 1});
 }
 
-// What a driver of a one-bit screen is not asked to show stays away from it.
 Format PointerShape::OtherFormat()
 {
-    if (screen_.bits == 1)
-        return {1, 1};
     const ULONG bits = random_.Of<ULONG>({1, 4, 8, 16, 24, 32});
     return {bits, bits == 16 ? screen_.depth == 15 ? 15u : 16u : bits};
 }
@@ -68,8 +65,6 @@ ULONG PointerShape::AlphaPixel()
 {
     const LONG alpha = random_.Of({0, 0, 255, 255, 127, 128, random_.Between(1, 254)});
     const LONG red = random_.Between(0, alpha), green = random_.Between(0, alpha), blue = random_.Between(0, alpha);
-    if (screen_.bits == 1)
-        return static_cast<ULONG>(alpha) << 24 | static_cast<ULONG>(red) * 0x010101;
     const ULONG any = random_.Word() & 0xFFFFFF;
     const ULONG colour = static_cast<ULONG>(red << 16 | green << 8 | blue);
     return static_cast<ULONG>(alpha) << 24 | (random_.Percent(5) ? any : colour);
