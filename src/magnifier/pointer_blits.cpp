@@ -72,28 +72,32 @@ namespace {
         return HasFiveBitGreen() ? ColourOf555(packed) : ColourOf565(packed);
     }
 
-    ULONG PixelOfColour(const ColourBytes& colour, ULONG format, const BYTE* colourTable)
+    ULONG PackedPixel(const ColourBytes& colour, ULONG format)
+    {
+        if (format == BMF_16BPP)
+            return PixelOf(colour, HasFiveBitGreen() ? 15 : 16);
+        return static_cast<ULONG>(colour.blue | colour.green << 8 | colour.red << 16);
+    }
+
+    // The pixel that shows a colour; `otherwise` where a palette format has no table to look it up in.
+    ULONG PixelOfColour(const ColourBytes& colour, ULONG format, const BYTE* colourTable, ULONG otherwise)
     {
         BYTE index = 0;
         switch (format) {
         case BMF_1BPP:
             return IsLight(colour);
         case BMF_4BPP:
-            NearestIndex16(colourTable, colour, index);
-            return index;
+            return NearestIndex16(colourTable, colour, index) ? index : otherwise;
         case BMF_8BPP:
-            NearestIndex256(colourTable, colour, index);
-            return index;
-        case BMF_16BPP:
-            return PixelOf(colour, HasFiveBitGreen() ? 15 : 16);
+            return NearestIndex256(colourTable, colour, index) ? index : otherwise;
         default:
-            return static_cast<ULONG>(colour.blue | colour.green << 8 | colour.red << 16);
+            return PackedPixel(colour, format);
         }
     }
 
-    // A pixel of the shape as one of the screen. The engine's own translation objects are larger than
-    // their public part, so a copied one can only be read.
-    ULONG Translate(ULONG pixel, const PointerShape& shape, ULONG screenFormat)
+    // A pixel of the shape as one of the screen, `otherwise` for a colour that cannot be looked up. The
+    // engine's own translation objects are larger than their public part, so a copied one can only be read.
+    ULONG Translate(ULONG pixel, const PointerShape& shape, ULONG screenFormat, ULONG otherwise)
     {
         const XLATEOBJ* const xlate = shape.xlate;
         const ULONG format = shape.color->iBitmapFormat;
@@ -103,7 +107,7 @@ namespace {
             return pixel < xlate->cEntries ? xlate->pulXlate[pixel] : 0;
         if (format < BMF_16BPP)
             return pixel;
-        return PixelOfColour(ColourOfPixel(pixel, format), screenFormat, shape.colourTable);
+        return PixelOfColour(ColourOfPixel(pixel, format), screenFormat, shape.colourTable, otherwise);
     }
 
     BYTE Over(BYTE component, BYTE background, ULONG alpha)
@@ -118,7 +122,7 @@ namespace {
         const ColourBytes sum = {Over(colour.blue, under.blue, alpha), Over(colour.green, under.green, alpha),
                                  Over(colour.red, under.red, alpha)};
         const ULONG unused = format == BMF_32BPP ? background & ~ColourBits : 0;
-        return PixelOfColour(sum, format, nullptr) | unused;
+        return PackedPixel(sum, format) | unused;
     }
 
     BYTE Unmultiplied(BYTE component, ULONG alpha)
@@ -134,7 +138,7 @@ namespace {
             return background;
         const ColourBytes full = {Unmultiplied(colour.blue, alpha), Unmultiplied(colour.green, alpha),
                                   Unmultiplied(colour.red, alpha)};
-        return PixelOfColour(full, format, colourTable);
+        return PixelOfColour(full, format, colourTable, background);
     }
 
 } // namespace
@@ -152,8 +156,8 @@ void BlendMasked(SURFOBJ* psoCursor, const PointerShape& shape, const SURFOBJ& m
     const ULONG format = psoCursor->iBitmapFormat;
     BlendArea(psoCursor, *shape.color, area, [&](ULONG pixel, ULONG background, LONG x, LONG y) -> ULONG {
         if (!MaskAt(mask, x, y).andBit)
-            return Translate(pixel, shape, format);
-        return pixel ? background ^ (Translate(pixel, shape, format) & ColourBits) : background;
+            return Translate(pixel, shape, format, background);
+        return pixel ? background ^ (Translate(pixel, shape, format, 0) & ColourBits) : background;
     });
 }
 
