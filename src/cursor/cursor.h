@@ -43,8 +43,9 @@ private:
     void FreeXlate();
     void MakeWorkBitmaps(ULONG format);
     void ReleaseShape();
-    void ComposeColour(SURFOBJ* psoCursor, const BYTE* colourTable);
-    void ComposeMonochrome(SURFOBJ* psoCursor);
+    // `part` of `psoCursor`, which holds the background; that may be null.
+    void ComposeColour(SURFOBJ* psoCursor, const RECTL& part, const BYTE* colourTable);
+    void ComposeMonochrome(SURFOBJ* psoCursor, const RECTL& part);
 
     HSURF UnderCursor = nullptr;
     HSURF Cursor = nullptr;

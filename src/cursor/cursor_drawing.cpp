@@ -19,6 +19,16 @@ namespace {
         return pso ? ScreenList::Find(pso->dhpdev) : nullptr;
     }
 
+    // The part of the cursor's bitmaps that lies on a screen when they are put there. Empty without a screen.
+    RECTL PartOn(const SURFOBJ* psoVirtual, const RECTL& cursor, const SIZEL& size)
+    {
+        RECTL shown = cursor;
+        POINTL from = {0, 0};
+        if (!psoVirtual || !CutBlit(psoVirtual->sizlBitmap, size, shown, from))
+            return NoRectangle;
+        return {from.x, from.y, from.x + shown.right - shown.left, from.y + shown.bottom - shown.top};
+    }
+
 } // namespace
 
 bool CCursor::SaveIntoUnderCursor(SURFOBJ* pso)
@@ -63,27 +73,25 @@ void CCursor::RestoreFromUnderCursor(SURFOBJ* pso)
     isSaved_ = false;
 }
 
-void CCursor::ComposeColour(SURFOBJ* psoCursor, const BYTE* colourTable)
+void CCursor::ComposeColour(SURFOBJ* psoCursor, const RECTL& part, const BYTE* colourTable)
 {
     const LockedSurface psoMask(mask_), psoColor(colour_);
     const PointerShape shape = {psoColor.Get(), xlate_, colourTable};
-    const RECTL whole = BoundsOf(Size());
     if (psoCursor && psoColor && psoMask)
-        BlendMasked(psoCursor, shape, *psoMask.Get(), whole);
+        BlendMasked(psoCursor, shape, *psoMask.Get(), part);
     else if (psoCursor && psoColor && !mask_ && psoColor->iBitmapFormat == BMF_32BPP)
-        BlendAlpha(psoCursor, shape, whole);
+        BlendAlpha(psoCursor, shape, part);
     else
         DebugPrint("hColorSurf->iBitmapFormat !!!!!!= BMP_32BPP\n");
 }
 
-void CCursor::ComposeMonochrome(SURFOBJ* psoCursor)
+void CCursor::ComposeMonochrome(SURFOBJ* psoCursor, const RECTL& part)
 {
     const LockedSurface psoMask(mask_);
     if (!psoCursor || !psoMask)
         return;
-    const SIZEL size = Size();
-    for (LONG y = 0; y < size.cy; ++y)
-        for (LONG x = 0; x < size.cx; ++x) {
+    for (LONG y = part.top; y < part.bottom; ++y)
+        for (LONG x = part.left; x < part.right; ++x) {
             const MaskBits bits = MaskAt(*psoMask.Get(), x, y);
             const RECTL pixel = {x, y, x + 1, y + 1};
             if (!bits.andBit)
@@ -103,10 +111,11 @@ void CCursor::Draw(SURFOBJ* pso)
     const LockedSurface psoCursor(Cursor);
     if (psoVirtual && psoCursor)
         CopyBitsCut(psoCursor.Get(), psoVirtual.Get(), BoundsOf(Size()), CornerOf(rect_));
+    const RECTL part = PartOn(psoVirtual.Get(), rect_, Size());
     if (colour_)
-        ComposeColour(psoCursor.Get(), screen ? screen->ZoomerList.colourTable : nullptr);
+        ComposeColour(psoCursor.Get(), part, screen ? screen->ZoomerList.colourTable : nullptr);
     else
-        ComposeMonochrome(psoCursor.Get());
+        ComposeMonochrome(psoCursor.Get(), part);
     if (!screen)
         return DebugPrint("Error getting the hScreen\n");
     if (saved && psoVirtual && psoCursor) // else nothing could take it off again

@@ -48,6 +48,31 @@ TEST_P(ColourCursorIn, IsCutAtTheEdges)
     EXPECT_EQ(Virtual(), WithPicture(background, 15, 9, "G\n"));
 }
 
+TEST_P(ColourCursorIn, ComposesOnlyTheVisiblePart)
+{
+    engine::Surface* const color = MakeSurface(Lines({"GB", "WG"}), form);
+    const auto made = MadeDuring([&] { SetShape(Mask({"00", "00", "00", "00"}), color, -1, 0, {1, 1}); });
+    ASSERT_EQ(made.size(), 4u) << "mask, colours, background, image";
+    cursor.Move(pso, 0, 0, nullptr);
+    EXPECT_EQ(PictureOf(*made[2], form), Lines({"..", ".Y"}));
+    EXPECT_EQ(PictureOf(*made[3], form), Lines({"..", ".G"}));
+}
+
+// Nine pixels in a row, padded to 4 bytes.
+constexpr LONG PaddedRows[] = {8, 12, 20, 20, 28, 36}; // by Form
+
+TEST_P(ColourCursorIn, HasABackgroundAndAnImageOfPaddedRows)
+{
+    const std::string colours = Lines({"GGGGGGGGG"});
+    const auto made = MadeDuring([&] { SetShape(Mask({"0", "0"}), MakeSurface(colours, Form::Bits24), -1, 0); });
+    ASSERT_EQ(made.size(), 4u) << "mask, colours, background, image";
+    for (const engine::Surface* const bitmap : {made[2], made[3]}) {
+        EXPECT_EQ(bitmap->sizlBitmap, (SIZEL{9, 1}));
+        EXPECT_EQ(bitmap->iBitmapFormat, FormatOf(form));
+        EXPECT_EQ(bitmap->lDelta, PaddedRows[static_cast<int>(form)]);
+    }
+}
+
 TEST_P(ColourCursorIn, TakesDirectColoursToTheScreensFormat)
 {
     // On palettes the nearest entry; all of these are entries.
@@ -117,6 +142,14 @@ TEST_F(PlainColourCursor, MixesPremultipliedColours)
     EXPECT_EQ(PixelAt(7), 0xFF0203u) << "colour without alpha is added; red is held";
 }
 
+TEST_F(PlainColourCursor, MixesOnlyTheVisiblePart)
+{
+    const auto made = MadeDuring([&] { SetShape(nullptr, Alpha({0xFF00FF00, 0xFF0000FF}), -1, 0, {1, 0}); });
+    ASSERT_EQ(made.size(), 3u) << "colours, background, image";
+    cursor.Move(pso, 0, 3, nullptr);
+    EXPECT_EQ(PictureOf(*made[2], form), ".B\n");
+}
+
 TEST_F(PlainColourCursor, LeavesTheFourthByteOfTheScreenWhenMixing)
 {
     psoVirtual->SetPixel(2, 3, 0x55FF0000);
@@ -174,9 +207,46 @@ TEST_F(PlainColourCursor, CopiesTheBitmapBehindDeviceManagedColours)
     EngDeleteSurface(managed);
 }
 
-TEST_F(PlainColourCursor, ShowsIndicesAsTheyAreWithoutATable)
+TEST_F(PlainColourCursor, CopiesColoursWithRowsOfTheSameLength)
 {
-    engine.Fail(Request::Memory, 2); // the copied table
+    const std::string picture = Lines({"GBGBGBGBG", "BGBGBGBGB"});
+    for (const LONG lDelta : {28, 40, -32}) {
+        engine::Surface* const color = MakeSurface(picture, Form::Bits24, lDelta);
+        const HSURF managed = EngCreateDeviceSurface(DhsurfOf(color->hsurf), {9, 2}, BMF_24BPP);
+        for (SURFOBJ* const psoColor : {static_cast<SURFOBJ*>(color), static_cast<SURFOBJ*>(&SurfaceBehind(managed))}) {
+            const auto made = MadeDuring([&] { SetShape(nullptr, psoColor, -1, 0); });
+            ASSERT_GE(made.size(), 1u) << "the colours first";
+            EXPECT_EQ(made[0]->lDelta, std::abs(lDelta)) << (psoColor->dhsurf ? "of the bitmap behind it" : "");
+            EXPECT_EQ(PictureOf(*made[0], Form::Bits24), picture);
+            SetShape(nullptr, nullptr, -1, 0);
+        }
+        EngDeleteSurface(managed);
+    }
+}
+
+TEST_F(PlainColourCursor, IsMonochromeWhenTheBitmapBehindItsColoursDoesNotLock)
+{
+    SetShape(Mask({"00", "01"}), MakeSurface("GB\n", form), 2, 3);
+    engine::Surface* const color = MakeSurface("GB\n", form);
+    const HSURF managed = EngCreateDeviceSurface(DhsurfOf(color->hsurf), {2, 1}, BMF_32BPP);
+    engine.RefuseLock(color->hsurf);
+    SetShape(Mask({"00", "01"}), &SurfaceBehind(managed), 2, 3);
+    EXPECT_EQ(PictureOf(*psoVirtual, form, {2, 3, 4, 4}), ".W\n") << "by its mask alone, without the colours before";
+    EXPECT_EQ(SetShape(nullptr, &SurfaceBehind(managed), 2, 3), (RECTL{2, 3, 4, 4}));
+    EXPECT_EQ(Virtual(), background) << "nothing is left to show";
+    EXPECT_EQ(engine.DebugOutput(), "");
+    engine.StopFailing();
+    EngDeleteSurface(managed);
+}
+
+class WithoutMemoryForItsTranslation : public PlainColourCursor, public testing::WithParamInterface<ULONG> { };
+INSTANTIATE_TEST_SUITE_P(Of, WithoutMemoryForItsTranslation, testing::Values(1u, 2u),
+                         [](const auto& info) { return info.param == 1 ? "Object" : "Table"; });
+
+TEST_P(WithoutMemoryForItsTranslation, ShowsIndicesAsTheyAre)
+{
+    const ULONG blocks = engine.Outstanding().poolBlocks;
+    engine.Fail(Request::Memory, GetParam());
     engine::Surface* const color = engine::MakeBitmap({1, 1}, engine::PixelLayout::Default(BMF_8BPP));
     color->SetPixel(0, 0, 0x21);
     ULONG table[0x22] = {};
@@ -188,6 +258,7 @@ TEST_F(PlainColourCursor, ShowsIndicesAsTheyAreWithoutATable)
                       .pulXlate = table};
     SetShape(Mask({"0", "0"}), color, 2, 3, {0, 0}, &xlate);
     EXPECT_EQ(PixelAt(2), 0x21u);
+    EXPECT_EQ(engine.Outstanding().poolBlocks, blocks + GetParam() - 1) << "what was made before the failure";
 }
 
 TEST_F(PlainColourCursor, GivesItsTranslationBack)
@@ -233,11 +304,129 @@ TEST_F(ColourCursor, ShowsWhatIsAtLeastHalfOpaqueOnPalettes)
     EXPECT_EQ(PictureOf(*psoVirtual, form, {2, 3, 7, 4}), "RGWBR\n") << "full green, white held at 255";
 }
 
+// A palette screen for whose colour table there was no memory.
+class WithoutColourTable : public ColourCursor, public testing::WithParamInterface<Form> {
+protected:
+    WithoutColourTable()
+    {
+        Start(GetParam());
+        screen->ZoomerList.Release();
+        engine.Fail(Request::Memory, 1);
+        screen->ZoomerList.Initialise(Width, Height, FormatOf(form), 0);
+        EXPECT_EQ(screen->ZoomerList.colourTable, nullptr);
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Of, WithoutColourTable, testing::Values(Form::Bits4, Form::Bits8),
+                         [](const auto& info) { return NameOf(info.param); });
+
+TEST_P(WithoutColourTable, LeavesTheBackgroundUnderAlphaColours)
+{
+    SetShape(nullptr, Alpha({0x7F007F00, 0x80008000, 0xFFFFFFFF, 0xFF000000}), 2, 3);
+    EXPECT_EQ(Virtual(), background);
+}
+
+TEST_P(WithoutColourTable, LeavesTheBackgroundUnderDirectColours)
+{
+    SetShape(Mask({"0011", "0000"}), MakeSurface(Lines({"GBWG"}), Form::Bits24), 2, 3);
+    EXPECT_EQ(Virtual(), background);
+}
+
+TEST_P(WithoutColourTable, ShowsIndices)
+{
+    SetShape(Mask({"000", "000"}), MakeSurface(Lines({"GBW"}), form), 2, 3);
+    EXPECT_EQ(PictureOf(*psoVirtual, form, {2, 3, 6, 4}), "GBWR\n");
+}
+
 TEST_F(ColourCursor, ShowsWhatIsAtLeastHalfOpaqueOnSixteenColours)
 {
     Start(Form::Bits4);
     SetShape(nullptr, Alpha({0x7F007F00, 0x80008000, 0xFF808080}), 3, 3); // an odd column
     EXPECT_EQ(PictureOf(*psoVirtual, form, {2, 3, 7, 4}), "RRGKR\n");
+}
+
+// A screen of black (0) and white (1).
+class OneBitCursor : public ColourCursor {
+protected:
+    OneBitCursor() { StartOn(engine::MakeBitmap({Width, Height}, engine::PixelLayout::Default(BMF_1BPP))); }
+
+    static engine::Surface* Colours(ULONG format, std::initializer_list<ULONG> pixels)
+    {
+        engine::Surface* const shape =
+            engine::MakeBitmap({static_cast<LONG>(pixels.size()), 1}, engine::PixelLayout::Default(format));
+        LONG x = 0;
+        for (const ULONG pixel : pixels)
+            shape->SetPixel(x++, 0, pixel);
+        return shape;
+    }
+    void WhitenRow()
+    {
+        for (LONG x = 0; x < Width; ++x)
+            psoVirtual->SetPixel(x, 3, 1);
+    }
+    std::string Row(LONG count) const
+    {
+        std::string row;
+        for (LONG x = 2; x < 2 + count; ++x)
+            row += PixelAt(x) ? '1' : '0';
+        return row;
+    }
+};
+
+TEST_F(OneBitCursor, ShowsColoursByTheirLuminance)
+{
+    // 299 red + 587 green + 114 blue against 128000
+    SetShape(Mask({"0000000", "0000000"}),
+             Colours(BMF_24BPP, {0xFF0000, 0x00FF00, 0x0000FF, 0xFF00FF, 0xFFFF00, 0x808080, 0x7F7F7F}), 2, 3);
+    EXPECT_EQ(Row(7), "0100110") << "76245, 149685, 29070, 105315, 225930, 128000, 127000";
+    SetShape(Mask({"000000", "000000"}),
+             Colours(BMF_32BPP, {0x00DA00, 0x00DB00, 0xFF5800, 0xFF5900, 0x00A8FF, 0x00A9FF}), 2, 3);
+    EXPECT_EQ(Row(6), "010101") << "127966, 128553, 127901, 128488, 127686, 128273";
+    SetShape(Mask({"000", "000"}), Colours(BMF_16BPP, {0xF800, 0x07E0, 0xFFFF}), 2, 3);
+    EXPECT_EQ(Row(3), "011");
+}
+
+TEST_F(OneBitCursor, InvertsUnderLightColours)
+{
+    engine::Surface* const colours = Colours(BMF_24BPP, {0xFF0000, 0x00FF00, 0});
+    SetShape(Mask({"111", "000"}), colours, 2, 3);
+    EXPECT_EQ(Row(4), "0100");
+    cursor.Move(pso, -1, 0, nullptr);
+    WhitenRow();
+    cursor.Move(pso, 2, 3, nullptr);
+    EXPECT_EQ(Row(4), "1011");
+}
+
+TEST_F(OneBitCursor, ShowsWhatIsAtLeastHalfOpaqueByItsLuminance)
+{
+    WhitenRow();
+    // Less than half; full red, green, blue; a grey below and one at the middle; brighter than it can be.
+    SetShape(nullptr,
+             Alpha({0x7F000000, 0x80800000, 0x80008000, 0x80000080, 0xC0606060, 0x80414141, 0x80FFFFFF, 0xFF000000}), 2,
+             3);
+    EXPECT_EQ(Row(9), "101001101") << "96 * 255 / 192 = 127, 65 * 255 / 128 = 129";
+}
+
+TEST_F(OneBitCursor, ShowsItsOwnPixelsAsTheyAreOrByTheTable)
+{
+    SetShape(Mask({"000", "000"}), Colours(BMF_1BPP, {1, 0, 1}), 2, 3);
+    EXPECT_EQ(Row(3), "101");
+    ULONG table[] = {1, 0};
+    XLATEOBJ xlate = {.iUniq = 5,
+                      .flXlate = XO_TABLE,
+                      .iSrcType = PAL_INDEXED,
+                      .iDstType = PAL_INDEXED,
+                      .cEntries = 2,
+                      .pulXlate = table};
+    SetShape(Mask({"000", "000"}), Colours(BMF_1BPP, {1, 0, 1}), 2, 3, {0, 0}, &xlate);
+    EXPECT_EQ(Row(3), "010");
+}
+
+TEST_F(OneBitCursor, HasABackgroundAndAnImageOfPaddedRows)
+{
+    const auto made = MadeDuring([&] { SetShape(Mask({"000000000", "000000000"}), nullptr, -1, 0); });
+    ASSERT_EQ(made.size(), 3u) << "mask, background, image";
+    EXPECT_EQ(made[1]->lDelta, 4); // nine pixels in two bytes
+    EXPECT_EQ(made[2]->lDelta, 4);
 }
 
 } // namespace

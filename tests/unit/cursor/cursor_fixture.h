@@ -24,23 +24,40 @@ protected:
         form = newForm;
         koru::RequestedColourDepth = pictures::DepthOf(form);
         engine.SetSixteenBitLayout(form == pictures::Form::Bits555);
-        psoVirtual = pictures::MakeSurface(background, form);
-        screen = koru::ScreenList::Add(device);
-        screen->hsurfVirtual = psoVirtual->hsurf;
-        const DHSURF dhsurf = koru::DhsurfOf(psoVirtual->hsurf);
-        screen->hsurfDevice = EngCreateDeviceSurface(dhsurf, {Width, Height}, pictures::FormatOf(form));
-        screen->ZoomerList.Initialise(Width, Height, pictures::FormatOf(form), 0);
-        pso = &pictures::SurfaceBehind(screen->hsurfDevice);
-        pso->dhpdev = device;
+        StartOn(pictures::MakeSurface(background, form));
+    }
+    // With any VirtualScreen of that size.
+    void StartOn(engine::Surface* psoNewVirtual)
+    {
+        psoVirtual = psoNewVirtual;
+        pso = AddScreen(device, psoVirtual);
+        screen = koru::ScreenList::Find(device);
         cursor.Initialise({Width, Height});
+    }
+    // One more device; its surface.
+    static engine::Surface* AddScreen(DHPDEV dhpdev, engine::Surface* psoNewVirtual)
+    {
+        const ULONG format = psoNewVirtual->iBitmapFormat;
+        koru::Screen* const added = koru::ScreenList::Add(dhpdev);
+        added->hsurfVirtual = psoNewVirtual->hsurf;
+        added->hsurfDevice = EngCreateDeviceSurface(koru::DhsurfOf(psoNewVirtual->hsurf), {Width, Height}, format);
+        added->ZoomerList.Initialise(Width, Height, format, 0);
+        engine::Surface* const psoDevice = &pictures::SurfaceBehind(added->hsurfDevice);
+        psoDevice->dhpdev = dhpdev;
+        return psoDevice;
+    }
+    static void RemoveScreen(DHPDEV dhpdev)
+    {
+        koru::Screen* const removed = koru::ScreenList::Find(dhpdev);
+        removed->ZoomerList.Release();
+        EngDeleteSurface(removed->hsurfDevice);
+        koru::ScreenList::Remove(removed);
     }
     ~CursorFixture() override
     {
         engine.StopFailing();
         cursor.Reset();
-        screen->ZoomerList.Release();
-        EngDeleteSurface(screen->hsurfDevice);
-        koru::ScreenList::Remove(screen);
+        RemoveScreen(device);
         engine.CheckGuards();
         EXPECT_EQ(engine.Violations(), std::vector<std::string>());
         engine::Resources left;
@@ -67,6 +84,20 @@ protected:
     }
     // All four kinds of pixels of a monochrome pointer: black, white, background, inverted.
     engine::Surface* FourKinds() { return Mask({"0011", "0011", "0101", "0101"}); }
+
+    // The bitmaps that the driver makes meanwhile, in order: handles count up.
+    template<class Work> static std::vector<const engine::Surface*> MadeDuring(Work work)
+    {
+        const ULONG before = koru::NumberOf(engine::MakeBitmap({1, 1}, {})->hsurf);
+        work();
+        const ULONG after = koru::NumberOf(engine::MakeBitmap({1, 1}, {})->hsurf);
+        std::vector<const engine::Surface*> made;
+        for (ULONG handle = before + 1; handle < after; ++handle)
+            if (const engine::Surface* const surface = engine::FindSurface(reinterpret_cast<HSURF>(handle)))
+                if (!surface->ofTheEngine)
+                    made.push_back(surface);
+        return made;
+    }
 
     std::string Virtual() const { return pictures::PictureOf(*psoVirtual, form); }
 

@@ -108,6 +108,21 @@ TEST_P(AtTheEdge, ShowsOnlyTheVisiblePartAndLeavesNoTrace)
     EXPECT_EQ(Virtual(), background);
 }
 
+// White, so that what is composed differs from an image as it was made.
+TEST_P(AtTheEdge, SavesAndComposesOnlyTheVisiblePart)
+{
+    engine::Surface* const white = Mask({"0000", "0000", "0000", "0000", "1111", "1111", "1111", "1111"});
+    const auto made = MadeDuring([&] { SetShape(white, nullptr, -1, 0, {2, 2}); });
+    ASSERT_EQ(made.size(), 3u) << "mask, background, image";
+    const POINTL at = GetParam().at;
+    cursor.Move(pso, at.x, at.y, nullptr);
+    const RECTL shown = GetParam().visible;
+    const LONG x = shown.left - (at.x - 2), y = shown.top - (at.y - 2); // in the pointer
+    const RECTL part = {x, y, x + shown.right - shown.left, y + shown.bottom - shown.top};
+    EXPECT_EQ(PictureOf(*made[1], form), WithPicture(Filled(4, 4, '.'), x, y, Part(background, shown)));
+    EXPECT_EQ(PictureOf(*made[2], form), WithRectangle(Filled(4, 4, '.'), part, 'W'));
+}
+
 const EdgeCase edges[] = {
     {.name = "Left", .at = {0, 5}, .visible = {0, 3, 2, 7}},
     {.name = "Right", .at = {15, 5}, .visible = {13, 3, 16, 7}},
@@ -212,6 +227,32 @@ TEST_F(TheCursor, CopiesTheBitmapBehindADeviceManagedMask)
     EngDeleteSurface(managed);
 }
 
+TEST_F(TheCursor, ShowsNothingOfAMaskWhoseBitmapDoesNotLock)
+{
+    SetShape(Block(), nullptr, 3, 2);
+    engine::Surface* const mask = Block();
+    const HSURF managed = EngCreateDeviceSurface(DhsurfOf(mask->hsurf), {2, 4}, BMF_1BPP);
+    engine.RefuseLock(mask->hsurf);
+    EXPECT_EQ(SetShape(&SurfaceBehind(managed), nullptr, 8, 5), (RECTL{3, 2, 10, 7}));
+    EXPECT_EQ(prcl, (RECTL{8, 5, 10, 7})) << "as large as told";
+    EXPECT_EQ(Virtual(), background) << "the mask before it is gone, too";
+    EXPECT_EQ(engine.DebugOutput(), "");
+    engine.StopFailing();
+    EngDeleteSurface(managed);
+}
+
+TEST_F(TheCursor, CopiesAMaskWithRowsOfTheSameLength)
+{
+    for (const LONG lDelta : {4, 12, -8}) {
+        engine::Surface* const mask = engine::MakeBitmap({9, 4}, engine::PixelLayout::Default(BMF_1BPP), lDelta);
+        const auto made = MadeDuring([&] { SetShape(mask, nullptr, -1, 0); });
+        ASSERT_GE(made.size(), 1u) << "the mask first";
+        EXPECT_EQ(made[0]->sizlBitmap, (SIZEL{9, 4}));
+        EXPECT_EQ(made[0]->lDelta, std::abs(lDelta));
+        SetShape(nullptr, nullptr, -1, 0);
+    }
+}
+
 TEST_F(TheCursor, IsResetHiddenAndWithoutAnything)
 {
     SetShape(Block(), nullptr, 3, 2);
@@ -222,16 +263,20 @@ TEST_F(TheCursor, IsResetHiddenAndWithoutAnything)
     EXPECT_EQ(Virtual(), WithBlock(3, 2)) << "the screen is going away: nothing is restored";
 }
 
-TEST_F(TheCursor, StandsInTheMiddleAfterInitialisationButShowsNothing)
+TEST_F(TheCursor, ForgetsItsShapeWhenInitialisedAndShowsNothing)
 {
     SetShape(Block(), nullptr, 3, 2);
     cursor.Initialise({Width, Height});
     EXPECT_EQ(cursor.Size(), (SIZEL{0, 0}));
+    Paint(*psoVirtual, 3, 2, Filled(2, 2, 'R'), form);
     cursor.Draw(pso);
     cursor.RestoreFromUnderCursor(pso);
     const RECTL all = {0, 0, 16, 10};
     cursor.ExcludeBeforeDrawing(pso, &all, nullptr, nullptr);
     cursor.RedrawAfterDrawing(pso, nullptr);
+    EXPECT_EQ(cursor.Move(pso, 8, 5, &prcl), Nothing) << "not the old shape's place either";
+    EXPECT_EQ(prcl, Nothing);
+    EXPECT_EQ(Virtual(), background);
     EXPECT_EQ(engine.DebugOutput(), "");
 }
 
