@@ -74,6 +74,11 @@ bool CCursor::IsVisible() const
     return x_ >= 0 && !IsEmpty(rect_);
 }
 
+bool CCursor::IsOnScreenOf(const SURFOBJ* pso) const
+{
+    return pso && pso->dhpdev == device_;
+}
+
 SIZEL CCursor::Size() const
 {
     return {static_cast<LONG>(width_), static_cast<LONG>(height_)};
@@ -91,6 +96,8 @@ void CCursor::ReleaseShape()
     rect_ = NoRectangle;
     redraw_ = RedrawNowhere;
     isSaved_ = false;
+    device_ = nullptr;
+    format_ = 0;
 }
 
 void CCursor::Initialise(const SIZEL& screen)
@@ -162,6 +169,7 @@ void CCursor::MakeWorkBitmaps(ULONG format)
     if (width_ == 0 || height_ == 0)
         return;
     const ULONG plain = PlainFormat(format);
+    format_ = plain;
     if (IsLike(UnderCursor, Size(), plain) && IsLike(Cursor, Size(), plain))
         return;
     DropBitmap(UnderCursor);
@@ -229,10 +237,10 @@ void CCursor::ExcludeBeforeDrawing(SURFOBJ* psoTrg, const RECTL* prclTrg, SURFOB
 {
     if (!IsVisible())
         return;
-    if (IsScreenMeeting(psoTrg, prclTrg, rect_)) {
+    if (IsOnScreenOf(psoTrg) && IsScreenMeeting(psoTrg, prclTrg, rect_)) {
         redraw_ = RedrawOnTarget;
         RestoreFromUnderCursor(psoTrg);
-    } else if (IsScreenMeeting(psoSrc, prclSrc, rect_)) {
+    } else if (IsOnScreenOf(psoSrc) && IsScreenMeeting(psoSrc, prclSrc, rect_)) {
         redraw_ = RedrawOnSource;
         RestoreFromUnderCursor(psoSrc);
     }

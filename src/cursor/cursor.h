@@ -42,6 +42,7 @@ private:
     void TakeXlate(const XLATEOBJ* pxlo);
     void FreeXlate();
     void MakeWorkBitmaps(ULONG format);
+    bool IsOnScreenOf(const SURFOBJ* pso) const;
     void ReleaseShape();
     // `part` of `psoCursor`, which holds the background; that may be null.
     void ComposeColour(SURFOBJ* psoCursor, const RECTL& part, const BYTE* colourTable);
@@ -59,6 +60,8 @@ private:
     LONG xHot_ = 0, yHot_ = 0;
     RECTL rect_ = {};
     bool isSaved_ = false; // UnderCursor holds what the cursor covers
+    DHPDEV device_ = nullptr; // on whose screen it was drawn last
+    ULONG format_ = 0; // that UnderCursor and Cursor were last asked for in
 };
 
 extern CCursor SoftwareCursor;

@@ -68,7 +68,7 @@ void CCursor::RestoreFromUnderCursor(SURFOBJ* pso)
     const LockedSurface psoUnder(UnderCursor);
     if (!psoUnder)
         return DebugPrint("CCursor::RestoreFromUnderCursor => Cannnot lock UnderCursor bitmap\n");
-    if (isSaved_) // else the bitmap holds what was elsewhere
+    if (isSaved_ && IsOnScreenOf(pso)) // else the bitmap holds what was elsewhere
         CopyBitsCut(psoVirtual.Get(), psoUnder.Get(), rect_, {0, 0});
     isSaved_ = false;
 }
@@ -105,6 +105,9 @@ void CCursor::Draw(SURFOBJ* pso)
 {
     if (!IsVisible())
         return;
+    if (pso && PlainFormat(pso->iBitmapFormat) != format_) // it comes from another device
+        MakeWorkBitmaps(pso->iBitmapFormat);
+    device_ = pso ? pso->dhpdev : nullptr;
     const bool saved = SaveIntoUnderCursor(pso);
     const Screen* const screen = ScreenOf(pso);
     const LockedSurface psoVirtual(screen ? screen->hsurfVirtual : nullptr);
