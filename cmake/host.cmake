@@ -11,7 +11,7 @@ if(KORU_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 if(KORU_COVERAGE)
-  add_compile_options(--coverage)
+  add_compile_options(--coverage -fdata-sections)
   add_link_options(--coverage)
 endif()
 
