@@ -96,29 +96,43 @@ template<class Pixel, bool KeepsCorners> void SmoothFour(const SmoothPass& pass)
 enum class EdgeRun { Diagonal, Sideways, UpAndDown };
 
 // Whether the edge that a quadrant's triangle would smooth has steps of two pixels, and which way.
-template<class Pixels> EdgeRun RunOfEdge(const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift)
+template<class Pixels> EdgeRun StepsOfEdge(const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift)
 {
     const auto colour = pixels.At(quadrant.sameRow, shift);
     const auto block = pixels.At(quadrant.block, shift);
-    const POINTL& outward = quadrant.outward;
-    const POINTL beside = {shift.x + outward.x, shift.y};
-    const POINTL beyond = {shift.x, shift.y + outward.y};
+    const POINTL beside = {shift.x + quadrant.outward.x, shift.y};
+    const POINTL beyond = {shift.x, shift.y + quadrant.outward.y};
     const bool sideways =
         pixels.At(quadrant.sameColumn, beside) == colour && pixels.At(quadrant.block, beside) == block;
     const bool upAndDown = pixels.At(quadrant.sameRow, beyond) == colour && pixels.At(quadrant.block, beyond) == block;
     if (sideways == upAndDown)
         return EdgeRun::Diagonal;
-    const EdgeRun run = sideways ? EdgeRun::Sideways : EdgeRun::UpAndDown;
+    return sideways ? EdgeRun::Sideways : EdgeRun::UpAndDown;
+}
+
+// Three pixels of the colour: the edge of an area, if the colour goes on behind it. Otherwise two thin
+// strokes meet here, as in letters, whose inside must not fill up. Where `shift` is along the steps the
+// window holds all that is asked for; across them it does not.
+template<class Pixels>
+bool JoinsThinStrokes(const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift, EdgeRun run)
+{
+    const auto colour = pixels.At(quadrant.sameRow, shift);
     if (pixels.At(quadrant.opposite, shift) != colour)
-        return run;
-    // Three pixels of the colour: the edge of an area, if the colour goes on behind it. Otherwise two
-    // thin strokes meet here, as in letters, whose inside must not fill up.
+        return false;
+    const bool sideways = run == EdgeRun::Sideways;
+    const POINTL& outward = quadrant.outward;
     const POINTL inward = sideways ? POINTL{0, -outward.y} : POINTL{-outward.x, 0};
+    const POINTL along = sideways ? POINTL{outward.x, 0} : POINTL{0, outward.y};
     const POINTL& edge = sideways ? quadrant.sameColumn : quadrant.sameRow;
-    const POINTL& further = sideways ? beside : beyond;
-    const bool isArea = pixels.At(edge, {shift.x + inward.x, shift.y + inward.y}) == colour
-        && pixels.At(edge, {further.x + inward.x, further.y + inward.y}) == colour;
-    return isArea ? run : EdgeRun::Diagonal;
+    const POINTL behind = {shift.x + inward.x, shift.y + inward.y};
+    return pixels.At(edge, behind) != colour || pixels.At(edge, {behind.x + along.x, behind.y + along.y}) != colour;
+}
+
+template<class Pixels> EdgeRun RunOfEdge(const Pixels& pixels, const Quadrant& quadrant)
+{
+    const EdgeRun run = StepsOfEdge(pixels, quadrant, {0, 0});
+    const bool isLong = run != EdgeRun::Diagonal && !JoinsThinStrokes(pixels, quadrant, {0, 0}, run);
+    return isLong ? run : EdgeRun::Diagonal;
 }
 
 inline Legs LegsOf(const SmoothPass& pass, EdgeRun run)
@@ -138,7 +152,8 @@ template<class Pixel, class Pixels>
 void PaintFarHalf(const SmoothPass& pass, const Pixels& pixels, const Quadrant& quadrant, const POINTL& junction,
                   const POINTL& shift, EdgeRun run)
 {
-    if (RunOfEdge(pixels, quadrant, shift) != run || !Grows<Pixel>(pass, pixels, quadrant, shift))
+    if (StepsOfEdge(pixels, quadrant, shift) != run || JoinsThinStrokes(pixels, quadrant, shift, run)
+        || !Grows<Pixel>(pass, pixels, quadrant, shift))
         return;
     const POINTL half = {shift.x ? pass.xFactor : 0, shift.y ? pass.yFactor : 0};
     PaintTriangle<Pixel>(pass, quadrant, junction, LegsOf(pass, run), half, pixels.At(quadrant.sameRow, shift));
@@ -153,8 +168,8 @@ template<class Pixel> void SmoothSixteen(const SmoothPass& pass)
         const bool isCorner = IsBoxCorner<Pixel>(pass, pixels, x, y);
         for (const Quadrant& quadrant : Quadrants) {
             if (!isCorner && Grows<Pixel>(pass, pixels, quadrant, {0, 0}))
-                PaintTriangle<Pixel>(pass, quadrant, junction, LegsOf(pass, RunOfEdge(pixels, quadrant, {0, 0})),
-                                     {0, 0}, pixels.At(quadrant.sameRow));
+                PaintTriangle<Pixel>(pass, quadrant, junction, LegsOf(pass, RunOfEdge(pixels, quadrant)), {0, 0},
+                                     pixels.At(quadrant.sameRow));
             const POINTL& outward = quadrant.outward;
             if (IsVisited(pass.original, x - outward.x, y))
                 PaintFarHalf<Pixel>(pass, pixels, quadrant, junction, {-outward.x, 0}, EdgeRun::Sideways);
