@@ -184,6 +184,15 @@ void CCursor::MakeWorkBitmaps(ULONG format)
         DebugPrint("Failed to create Cursor !!!! \n");
 }
 
+// The pointer wanders between screens without a new shape. What is composed in one's format, with the
+// colour table of the other, would be looked up behind the table's end.
+void CCursor::FollowFormatOf(const SURFOBJ* pso)
+{
+    const Screen* const screen = pso ? ScreenList::Find(pso->dhpdev) : nullptr;
+    if (screen && screen->hsurfVirtual && PlainFormat(screen->ZoomerList.format) != format_)
+        MakeWorkBitmaps(screen->ZoomerList.format);
+}
+
 ULONG CCursor::SetShape(SURFOBJ* pso, SURFOBJ* psoMask, SURFOBJ* psoColor, XLATEOBJ* pxlo, LONG xHot, LONG yHot, LONG x,
                         LONG y, RECTL*, FLONG)
 {

@@ -43,6 +43,7 @@ private:
     void FreeXlate();
     void MakeWorkBitmaps(ULONG format);
     bool IsOnScreenOf(const SURFOBJ* pso) const;
+    void FollowFormatOf(const SURFOBJ* pso);
     void ReleaseShape();
     // `part` of `psoCursor`, which holds the background; that may be null.
     void ComposeColour(SURFOBJ* psoCursor, const RECTL& part, const BYTE* colourTable);

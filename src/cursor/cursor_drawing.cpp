@@ -105,8 +105,7 @@ void CCursor::Draw(SURFOBJ* pso)
 {
     if (!IsVisible())
         return;
-    if (pso && PlainFormat(pso->iBitmapFormat) != format_) // it comes from another device
-        MakeWorkBitmaps(pso->iBitmapFormat);
+    FollowFormatOf(pso);
     device_ = pso ? pso->dhpdev : nullptr;
     const bool saved = SaveIntoUnderCursor(pso);
     const Screen* const screen = ScreenOf(pso);

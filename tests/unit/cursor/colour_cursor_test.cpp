@@ -337,6 +337,24 @@ TEST_P(WithoutColourTable, ShowsIndices)
     EXPECT_EQ(PictureOf(*psoVirtual, form, {2, 3, 6, 4}), "GBWR\n");
 }
 
+TEST_F(ColourCursor, IsLookedUpInTheTableOfTheScreenThatItMovesTo)
+{
+    Start(Form::Bits8);
+    engine::Surface* const nearlyWhite = engine::MakeBitmap({1, 1}, engine::PixelLayout::Default(BMF_24BPP));
+    nearlyWhite->SetPixel(0, 0, 0xFDFDFD); // also what stands in the guards behind a table
+    SetShape(Mask({"0", "0"}), nearlyWhite, 2, 3);
+
+    engine::Surface* const psoOther = MakeSurface(background, Form::Bits4);
+    psoOther->dhpdev = reinterpret_cast<DHPDEV>(0x2000);
+    Screen* const other = ScreenList::Add(psoOther->dhpdev);
+    other->hsurfVirtual = psoOther->hsurf;
+    other->ZoomerList.Initialise(Width, Height, BMF_4BPP, 0);
+    cursor.Move(psoOther, 2, 3, nullptr);
+    EXPECT_EQ(psoOther->Pixel(2, 3), 15u) << "white";
+    other->ZoomerList.Release();
+    ScreenList::Remove(other);
+}
+
 TEST_F(ColourCursor, ShowsWhatIsAtLeastHalfOpaqueOnSixteenColours)
 {
     Start(Form::Bits4);
