@@ -4,7 +4,7 @@ set(FUZZ ${CMAKE_SOURCE_DIR}/tests/fuzz)
 set(FUZZ_SEEDS_fuzz_metafile ${CMAKE_SOURCE_DIR}/samples)
 
 add_library(koru_fuzz_support STATIC EXCLUDE_FROM_ALL
-  ${FUZZ}/machine.cpp ${FUZZ}/objects.cpp ${FUZZ}/drawing.cpp ${FUZZ}/escapes.cpp)
+  ${FUZZ}/machine.cpp ${FUZZ}/objects.cpp ${FUZZ}/drawing.cpp ${FUZZ}/escapes.cpp ${FUZZ}/sequences.cpp)
 target_link_libraries(koru_fuzz_support PUBLIC koru_engine koru_client)
 target_compile_options(koru_fuzz_support PRIVATE ${KORU_WARNINGS})
 
@@ -28,7 +28,8 @@ foreach(source ${FUZZERS})
     if(NOT DEFINED FUZZ_SEEDS_${name})
       set(FUZZ_SEEDS_${name} ${FUZZ}/seeds/${name})
     endif()
-    target_sources(${name} PRIVATE ${FUZZ}/main.cpp)
+    target_link_options(${name} PRIVATE $<$<BOOL:${KORU_SANITIZE}>:-static-libasan -static-libubsan>) # faster
+    target_sources(${name} PRIVATE ${FUZZ}/main.cpp ${FUZZ}/random_inputs.cpp)
     target_compile_definitions(${name} PRIVATE KORU_FUZZ_SEEDS="${FUZZ_SEEDS_${name}}")
   endif()
   add_dependencies(fuzzers ${name})

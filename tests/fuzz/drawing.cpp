@@ -139,14 +139,14 @@ namespace {
 
     void GradientFill(Call call)
     {
-        std::vector<TRIVERTEX> vertices(call.input.OneIn(32) ? 5000 : 1 + call.input.Below(12));
+        std::vector<TRIVERTEX> vertices(call.input.OneIn(128) ? 5000 : 1 + call.input.Below(12));
         for (std::size_t i = 0; i < vertices.size() && i < 12; ++i) {
             const POINTL point = call.input.Point();
             vertices[i] = {point.x, point.y, static_cast<COLOR16>(call.input.Half()), 0x8000, 0xFF00, 0};
         }
         const ULONG mode = call.input.Below(4);
         const ULONG perElement = mode == GRADIENT_FILL_TRIANGLE ? 3 : 2;
-        std::vector<ULONG> mesh(perElement * (call.input.OneIn(32) ? 5000 : call.input.Below(6)) + perElement);
+        std::vector<ULONG> mesh(perElement * (call.input.OneIn(128) ? 5000 : call.input.Below(6)) + perElement);
         for (std::size_t i = 0; i < mesh.size(); ++i)
             mesh[i] = i < 18 ? call.input.Byte() % static_cast<ULONG>(vertices.size()) : 0;
         SURFOBJ* const target = call.make.Target();
@@ -200,7 +200,7 @@ namespace {
     void TextOut(Call call)
     {
         SURFOBJ* const target = call.make.Target();
-        std::vector<RECTL> extra(call.input.OneIn(32) ? 5000 : call.input.Below(4), {1, 2, 3, 4});
+        std::vector<RECTL> extra(call.input.OneIn(128) ? 5000 : call.input.Below(4), {1, 2, 3, 4});
         for (std::size_t i = 0; i < extra.size() && i < 4; ++i)
             extra[i] = call.input.Rectangle();
         extra.push_back({});
@@ -247,9 +247,12 @@ namespace {
     void SetPointerShape(Call call)
     {
         SURFOBJ* const target = call.make.Target();
-        engine::Surface* const color = call.make.Or(2, call.make.Picture());
+        const SIZEL size = call.make.PointerSize();
+        engine::Surface* const mask = call.input.OneIn(32) ? call.make.Mask() : call.make.PointerMask(size);
+        engine::Surface* const color =
+            call.make.Or(2, call.input.OneIn(32) ? call.make.Picture() : call.make.PointerPicture(size));
         const RECTL places = call.input.Rectangle();
-        call.Run<PFN_DrvSetPointerShape>(INDEX_DrvSetPointerShape, target, call.make.Or(4, call.make.Mask()), color,
+        call.Run<PFN_DrvSetPointerShape>(INDEX_DrvSetPointerShape, target, call.make.Or(4, mask), color,
                                          call.make.Translation(color, target), places.left, places.top, places.right,
                                          places.bottom, call.make.Or(2, call.make.Rectangle()), call.input.Byte());
     }
@@ -269,7 +272,8 @@ namespace {
 
     void CreateDeviceBitmap(Call call)
     {
-        const POINTL size = call.input.OneIn(4) ? call.input.Point() : POINTL{128, 100};
+        const SIZEL usual = call.input.OneIn(4) ? LargestScreen : UsualScreen;
+        const POINTL size = call.input.OneIn(32) ? call.input.Point() : POINTL{usual.cx, usual.cy};
         const ULONG format = call.input.OneIn(8) ? call.input.Number() : call.machine.Device().Layout().iBitmapFormat;
         const auto bitmap = call.Run<PFN_DrvCreateDeviceBitmap>(INDEX_DrvCreateDeviceBitmap, call.Dhpdev(),
                                                                 SIZEL{size.x, size.y}, format);

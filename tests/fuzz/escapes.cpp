@@ -63,12 +63,19 @@ namespace {
         return {first, first + words.size() * sizeof(ULONG)};
     }
 
-    ULONG AnyCommand(Input& input, client::Escape escape)
+    std::vector<ULONG> CodesOf(client::Escape escape)
     {
         std::vector<ULONG> codes;
         for (const client::CommandInfo& command : client::Commands())
             if (command.escape == escape)
                 codes.push_back(command.code);
+        return codes;
+    }
+
+    ULONG AnyCommand(Input& input, client::Escape escape)
+    {
+        static const std::vector<ULONG> koru = CodesOf(client::Escape::Koru), zoom = CodesOf(client::Escape::Zoom);
+        const std::vector<ULONG>& codes = escape == client::Escape::Koru ? koru : zoom;
         return input.OneIn(16) ? input.Word() : codes[input.Below(static_cast<ULONG>(codes.size()))];
     }
 
@@ -266,6 +273,18 @@ void Escapes::Make()
         place -= (row++)->share;
     (this->*row->make)();
     make_.Forget();
+}
+
+void Escapes::Begin()
+{
+    machine_.Engine().StopFailing();
+    if (input_.OneIn(4))
+        ChangeMode();
+    else if (!input_.OneIn(4))
+        SendZoom(client::ZoomCommand::Flush, 0, {});
+    machine_.StartCapture();
+    machine_.Check("capture on");
+    AddZoomers();
 }
 
 void Escapes::AddZoomers()

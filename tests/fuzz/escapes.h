@@ -16,9 +16,10 @@ public:
     {
     }
     void Make(); // one escape, or one thing that happens between two
-    void AddZoomers(); // a few that show something
+    void Begin(); // a sequence: nothing fails, everything is captured, a few zoomers show something
 
 private:
+    void AddZoomers();
     void AddZoomer();
     ULONG Argument();
     std::vector<ULONG> KoruWords();

@@ -1,17 +1,10 @@
-// libFuzzer entry: drawing calls with hostile numbers and missing arguments, under zoomers.
+// libFuzzer entry: drawing calls with hostile numbers and missing arguments, under zoomers, an escape now and then.
 
-#include "tests/fuzz/drawing.h"
-#include "tests/fuzz/escapes.h"
+#include "tests/fuzz/sequences.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    fuzz::Input input(data, size);
-    fuzz::Machine machine(input);
-    fuzz::Objects make(machine, input);
-    fuzz::Escapes escapes(machine, make, input);
-    escapes.AddZoomers();
-    while (!input.IsAtEnd())
-        Draw(machine, make, input);
-    DeleteDeviceBitmaps(make);
+    constexpr ULONG drawing = 13; // of 16 calls
+    fuzz::RunSequences(data, size, drawing);
     return 0;
 }

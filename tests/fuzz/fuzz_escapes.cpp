@@ -1,20 +1,10 @@
 // libFuzzer entry: escapes of every family with hostile buffers, drawing calls and shortages between them.
 
-#include "tests/fuzz/drawing.h"
-#include "tests/fuzz/escapes.h"
+#include "tests/fuzz/sequences.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    fuzz::Input input(data, size);
-    fuzz::Machine machine(input);
-    fuzz::Objects make(machine, input);
-    fuzz::Escapes escapes(machine, make, input);
-    escapes.AddZoomers();
-    while (!input.IsAtEnd())
-        if (input.OneIn(4))
-            Draw(machine, make, input);
-        else
-            escapes.Make();
-    DeleteDeviceBitmaps(make);
+    constexpr ULONG drawing = 5; // of 16 calls
+    fuzz::RunSequences(data, size, drawing);
     return 0;
 }

@@ -55,6 +55,11 @@ public:
         const LONG x = Coordinate(), y = Coordinate();
         return {x, y};
     }
+    POINTL NearPoint() // on a small screen or beside it
+    {
+        const LONG x = static_cast<LONG>(Byte() & 127), y = static_cast<LONG>(Byte() & 127);
+        return {x - 32, y - 32};
+    }
     ULONG Number() // small, all ones, or anything
     {
         const ULONG kind = Byte();

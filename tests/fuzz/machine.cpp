@@ -17,7 +17,7 @@ namespace {
     namespace client = koru::client;
 
     constexpr ULONG KoruEscape = 0x490914;
-    constexpr ULONG InstallFunctions = 36, SetMask = 57;
+    constexpr ULONG CaptureOn = 2, InstallFunctions = 36, SetMask = 57;
     constexpr ULONG GuardWord = 0x0F0D0F0D;
 
     void CheckRecord(std::span<const std::byte> bytes)
@@ -58,7 +58,9 @@ namespace {
     engine::Mode ModeOf(Input& input)
     {
         constexpr ULONG depths[] = {32, 8, 16, 24, 4, 15};
-        return {1 + input.Below(100), 1 + input.Below(80), input.Of(depths)};
+        const SIZEL most = input.OneIn(16) ? LargestScreen : UsualScreen;
+        return {1 + input.Below(static_cast<ULONG>(most.cx)), 1 + input.Below(static_cast<ULONG>(most.cy)),
+                input.Of(depths)};
     }
 
     engine::FrameBufferOptions FrameBufferOf(Input& input, ULONG stride)
@@ -93,7 +95,7 @@ void Fail(const std::string& reason)
 Machine::Machine(Input& input)
 {
     const engine::Mode mode = ModeOf(input);
-    constexpr ULONG widestRow = 128 * 4;
+    constexpr ULONG widestRow = static_cast<ULONG>(LargestScreen.cx) * 4;
     engine::RegisterChainManager();
     engine::RegisterFrameBuffer(FrameBufferOf(input, widestRow));
     if (input.OneIn(2)) {
@@ -114,7 +116,7 @@ Machine::Machine(Input& input)
     }
     locksAtRest_ = engine_.Outstanding().locks;
     engine_.StepCounter(358 * 100); // every reading of the clock is 10 ms later
-    InstallConsumer();
+    StartCapture();
     Check("start");
 }
 
@@ -142,8 +144,9 @@ ULONG Machine::Escape(const std::vector<ULONG>& in)
     return output[0];
 }
 
-void Machine::InstallConsumer()
+void Machine::StartCapture()
 {
+    Escape({CaptureOn, 0, 0, 0, 0, 0});
     std::vector<ULONG> install = ConsumerFunctions();
     install.insert(install.begin(), InstallFunctions);
     Escape(install);

@@ -12,6 +12,9 @@
 
 namespace fuzz {
 
+// Screens have any size up to these. Small ones are quick and have as many edges.
+constexpr SIZEL UsualScreen = {48, 40}, LargestScreen = {128, 100};
+
 // Prints the reason and aborts.
 [[noreturn]] void Fail(const std::string& reason);
 
@@ -30,7 +33,7 @@ public:
     template<class Pfn> Pfn Hook(ULONG index) { return driver_->Function<Pfn>(index); } // null when not offered
 
     // Capture on, of all calls, to a consumer that reads every record.
-    void InstallConsumer();
+    void StartCapture();
     ULONG Escape(const std::vector<ULONG>& in); // with a large enough output; its word 0
     void ChangeMode(Input& input);
 

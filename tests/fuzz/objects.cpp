@@ -19,12 +19,18 @@ namespace {
         ~Bitmap() { engine::DestroyBitmap(surface); }
     };
 
-    engine::Surface* MakePicture(Input& input, ULONG format)
+    // As large as a screen, or of any size.
+    SIZEL SizeOf(Input& input)
     {
-        // As large as any screen that the machine has, or of any size.
-        const bool large = !input.OneIn(3);
-        const SIZEL size = {large ? 128 : static_cast<LONG>(1 + input.Byte()),
-                            large ? 100 : static_cast<LONG>(1 + input.Byte())};
+        constexpr SIZEL screens[] = {UsualScreen, UsualScreen, UsualScreen, LargestScreen};
+        if (!input.OneIn(3))
+            return input.Of(screens);
+        const ULONG most = input.OneIn(8) ? 0x100 : 64;
+        return {static_cast<LONG>(1 + input.Below(most)), static_cast<LONG>(1 + input.Below(most))};
+    }
+
+    engine::Surface* MakePicture(Input& input, ULONG format, SIZEL size)
+    {
         const LONG row = static_cast<LONG>((engine::RowBytes(format, size.cx) + 3) & ~3u);
         engine::Surface* const picture =
             engine::MakeBitmap(size, engine::PixelLayout::Default(format), input.OneIn(3) ? -row : row);
@@ -63,12 +69,29 @@ engine::Surface* Objects::Picture()
         return engine::FindSurface(machine_.SecondScreen()->hsurf);
     if (kind == 1 && !deviceBitmaps_.empty())
         return engine::FindSurface(deviceBitmaps_[input_.Below(static_cast<ULONG>(deviceBitmaps_.size()))]);
-    return New<Bitmap>(MakePicture(input_, input_.Of(Formats)))->surface;
+    return New<Bitmap>(MakePicture(input_, input_.Of(Formats), SizeOf(input_)))->surface;
 }
 
 engine::Surface* Objects::Mask()
 {
-    return New<Bitmap>(MakePicture(input_, BMF_1BPP))->surface;
+    return New<Bitmap>(MakePicture(input_, BMF_1BPP, SizeOf(input_)))->surface;
+}
+
+// Each pixel of a pointer is a blit of its own, so that large ones are rare.
+SIZEL Objects::PointerSize()
+{
+    const LONG side = 1 + static_cast<LONG>(input_.Below(16));
+    return input_.OneIn(64) ? SizeOf(input_) : SIZEL{side, side};
+}
+
+engine::Surface* Objects::PointerPicture(SIZEL size)
+{
+    return New<Bitmap>(MakePicture(input_, input_.Of(Formats), size))->surface;
+}
+
+engine::Surface* Objects::PointerMask(SIZEL size)
+{
+    return New<Bitmap>(MakePicture(input_, BMF_1BPP, {size.cx, 2 * size.cy}))->surface;
 }
 
 HSURF Objects::TakeDeviceBitmap()
@@ -96,7 +119,7 @@ engine::ClipObject* Objects::Clip()
             rectangles.push_back({left, y, right, y + height});
         y += height;
     }
-    if (input_.OneIn(16)) // more than one enumeration's room
+    if (input_.OneIn(64)) // more than one enumeration's room
         for (LONG i = 0; i < 5000 && y < 0x7FFF0000; ++i, ++y)
             rectangles.push_back({0, y, 1, y + 1});
     engine::ClipObject* const clip = New<engine::ClipObject>(rectangles);
@@ -111,7 +134,7 @@ const engine::PixelLayout& Objects::LayoutOf(const SURFOBJ* pso)
 
 engine::Translation* Objects::Translation(const SURFOBJ* source, const SURFOBJ* target)
 {
-    if (input_.OneIn(3))
+    if (!input_.OneIn(3))
         return nullptr;
     engine::Translation* const translation = New<engine::Translation>(LayoutOf(source), LayoutOf(target));
     if (translation->flXlate & XO_TABLE && input_.OneIn(2)) {
@@ -132,12 +155,14 @@ engine::Brush* Objects::Brush()
     if (kind == 1)
         return New<engine::Brush>(engine::Brush::Hatch(input_.Below(HS_DDI_MAX), pixel, ~pixel));
     const ULONG format = machine_.Device().Layout().iBitmapFormat;
-    return New<engine::Brush>(engine::Brush::Pattern(*New<Bitmap>(MakePicture(input_, format))->surface));
+    return New<engine::Brush>(
+        engine::Brush::Pattern(*New<Bitmap>(MakePicture(input_, format, SizeOf(input_)))->surface));
 }
 
 engine::Path* Objects::Path()
 {
     engine::Path* const path = New<engine::Path>();
+    const bool hostile = input_.OneIn(128);
     for (ULONG runs = input_.Below(5); runs > 0; --runs) {
         FLONG flags = input_.Byte() & 0x1F;
         ULONG count = input_.Below(10);
@@ -145,12 +170,12 @@ engine::Path* Objects::Path()
             flags |= PD_BEGINSUBPATH;
         if (flags & PD_BEZIERS)
             count = count / 3 * 3 + (flags & PD_BEGINSUBPATH ? 1 : 0);
-        if (input_.OneIn(32))
+        if (hostile && input_.OneIn(16))
             count = 9000;
         std::vector<POINTFIX> points;
         for (ULONG i = 0; i < count; ++i) {
             const LONG scale = input_.OneIn(8) ? 1 : 16;
-            const POINTL point = input_.Point();
+            const POINTL point = hostile ? input_.Point() : input_.NearPoint();
             points.push_back({static_cast<FIX>(static_cast<ULONG>(point.x) * scale),
                               static_cast<FIX>(static_cast<ULONG>(point.y) * scale)});
         }
@@ -166,9 +191,9 @@ LINEATTRS* Objects::Line()
     line->iJoin = input_.Below(3);
     line->iEndCap = input_.Below(3);
     const bool geometric = (line->fl & LA_GEOMETRIC) != 0;
-    const ULONG width = input_.Below(64);
+    const ULONG width = input_.Below(input_.OneIn(8) ? 64 : 12);
     if (geometric)
-        line->elWidth.e = static_cast<FLOATL>(input_.OneIn(8) ? width * 1000 : width);
+        line->elWidth.e = static_cast<FLOATL>(input_.OneIn(128) ? width * 1000 : width);
     else
         line->elWidth.l = static_cast<LONG>(width);
     line->eMiterLimit = static_cast<FLOATL>(input_.Below(30));
@@ -187,7 +212,7 @@ engine::Text* Objects::Text()
 {
     engine::Text* const text = New<engine::Text>();
     ULONG glyphs = input_.Below(12);
-    if (input_.OneIn(32))
+    if (input_.OneIn(128))
         glyphs = 3000;
     for (ULONG i = 0; i < glyphs; ++i) {
         const SIZEL size = {static_cast<LONG>(input_.Below(40)), static_cast<LONG>(input_.Below(40))};
@@ -209,7 +234,7 @@ engine::Font* Objects::Font()
     if (input_.OneIn(3))
         return font;
     const auto name = [&] {
-        return std::u16string(input_.OneIn(16) ? 20000 : input_.Below(20), static_cast<char16_t>(1 + input_.Byte()));
+        return std::u16string(input_.OneIn(64) ? 20000 : input_.Below(20), static_cast<char16_t>(1 + input_.Byte()));
     };
     font->SetNames(name(), name(), name(), name());
     return font;

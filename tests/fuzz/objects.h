@@ -17,6 +17,9 @@ public:
     SURFOBJ* Target(); // may be null
     engine::Surface* Picture(); // of any format and size
     engine::Surface* Mask(); // of one bit per pixel
+    SIZEL PointerSize(); // mostly small
+    engine::Surface* PointerPicture(SIZEL size);
+    engine::Surface* PointerMask(SIZEL size); // two masks, one above the other
     engine::ClipObject* Clip(); // may be null
     engine::Translation* Translation(const SURFOBJ* source, const SURFOBJ* target); // may be null
     engine::Brush* Brush();
