@@ -9,17 +9,12 @@ if(NOT KORU_IMAGE)
   return()
 endif()
 
-# What koru.dll is built with, but for its entry point and its map.
-get_target_property(LINKS_COMPILE_OPTIONS koru COMPILE_OPTIONS)
-get_target_property(LINKS_LINK_OPTIONS koru LINK_OPTIONS)
-list(FILTER LINKS_LINK_OPTIONS EXCLUDE REGEX "--entry|-Map")
-
 function(koru_kernel_image name suffix entry)
   target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src/platform/runtime.cpp)
   set_target_properties(${name} PROPERTIES PREFIX "" SUFFIX ${suffix})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/src)
-  target_compile_options(${name} PRIVATE ${LINKS_COMPILE_OPTIONS})
-  target_link_options(${name} PRIVATE ${LINKS_LINK_OPTIONS} -Wl,--entry,${entry})
+  target_compile_options(${name} PRIVATE ${KORU_IMAGE_COMPILE_OPTIONS})
+  target_link_options(${name} PRIVATE ${KORU_IMAGE_LINK_OPTIONS} -Wl,--entry,${entry})
   target_link_libraries(${name} PRIVATE ${ARGN})
 endfunction()
 
