@@ -1,6 +1,7 @@
 #include "engine/core/exports.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace engine {
 
@@ -11,29 +12,17 @@ namespace {
         return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
     }
 
-    Exports ByLowerCase()
-    {
-        Exports services;
-        for (const auto& [name, function] : Services())
-            services[LowerCase(name)] = function;
-        return services;
-    }
+    struct Service {
+        const char* name;
+        PFN function;
+        ULONG argumentBytes;
+    };
 
-} // namespace
-
-std::string LowerCase(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(), Lower);
-    return text;
-}
-
-const Exports& Services()
-{
 #define SERVICE(name)                                                                                                  \
     {                                                                                                                  \
-#name, reinterpret_cast < PFN>(&name)                                                                          \
+#name, reinterpret_cast < PFN>(&name), ArgumentBytes(&name)                                                    \
     }
-    static const Exports services = {
+    const Service services[] = {
         SERVICE(EngLoadImage),
         SERVICE(EngUnloadImage),
         SERVICE(EngFindImageProcAddress),
@@ -83,14 +72,45 @@ const Exports& Services()
         SERVICE(EngDebugPrint),
     };
 #undef SERVICE
-    return services;
+
+    const Service* Find(const std::string& name)
+    {
+        const auto found =
+            std::find_if(std::begin(services), std::end(services), [wanted = LowerCase(name)](const Service& service) {
+                return LowerCase(service.name) == wanted;
+            });
+        return found == std::end(services) ? nullptr : found;
+    }
+
+} // namespace
+
+std::string LowerCase(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(), Lower);
+    return text;
+}
+
+const Exports& Services()
+{
+    static const Exports byName = [] {
+        Exports exports;
+        for (const Service& service : services)
+            exports[service.name] = service.function;
+        return exports;
+    }();
+    return byName;
+}
+
+ULONG ServiceArgumentBytes(const std::string& name)
+{
+    const Service* const service = Find(name);
+    return service ? service->argumentBytes : 0;
 }
 
 PFN FindService(const std::string& name)
 {
-    static const Exports services = ByLowerCase();
-    const auto found = services.find(LowerCase(name));
-    return found == services.end() ? nullptr : found->second;
+    const Service* const service = Find(name);
+    return service ? service->function : nullptr;
 }
 
 } // namespace engine

@@ -9,6 +9,15 @@ namespace engine {
 // Every service that src/platform/services.h declares, under its published name.
 const Exports& Services();
 
+// The bytes of arguments that a function takes off the stack.
+template<class Result, class... Arguments> constexpr ULONG ArgumentBytes(Result(APIENTRY*)(Arguments...))
+{
+    return (0 + ... + ((sizeof(Arguments) + 3) / 4 * 4));
+}
+
+// Those of a service, without regard to case; 0 when there is none of this name.
+ULONG ServiceArgumentBytes(const std::string& name);
+
 // The service of this name, without regard to case; null when there is none.
 PFN FindService(const std::string& name);
 

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "engine/core/exports.h"
+#include "engine/loader/boundary.h"
 #include "engine/loader/pe_file.h"
 
 namespace engine {
@@ -159,6 +160,23 @@ namespace {
         return done ? std::string() : "an image whose pages cannot be protected";
     }
 
+    struct LoadedFile {
+        explicit LoadedFile(Calls calls)
+            : boundary(calls == Calls::Watched ? std::make_unique<Boundary>() : nullptr)
+            , image({true, {{"win32k.sys", boundary ? boundary->Services() : Services()}}})
+        {
+        }
+        PFN Find(const std::string& function)
+        {
+            if (LowerCase(function) != "drvenabledriver")
+                return image.Find(function);
+            return boundary ? boundary->EnableDriver(image.EntryPoint()) : image.EntryPoint();
+        }
+
+        std::unique_ptr<Boundary> boundary;
+        PeImage image;
+    };
+
 } // namespace
 
 ImageKind ImageKind::OfDisplayDrivers()
@@ -244,7 +262,7 @@ std::vector<std::string> PeImage::ExportNames() const
     return names;
 }
 
-bool RegisterImageFile(const std::u16string& name, const std::string& path, std::string& error)
+bool RegisterImageFile(const std::u16string& name, const std::string& path, std::string& error, Calls calls)
 {
     std::ifstream stream(path, std::ios::binary);
     const auto file = std::make_shared<std::vector<unsigned char>>(std::istreambuf_iterator<char>(stream),
@@ -254,14 +272,13 @@ bool RegisterImageFile(const std::u16string& name, const std::string& path, std:
         error = stream.is_open() ? trial.Error() : "the image file cannot be opened";
         return false;
     }
-    const auto load = [file]() -> HANDLE {
-        auto image = std::make_unique<PeImage>();
-        return image->LoadBytes(*file) ? image.release() : nullptr;
+    const auto load = [file, calls]() -> HANDLE {
+        auto loaded = std::make_unique<LoadedFile>(calls);
+        return loaded->image.LoadBytes(*file) ? loaded.release() : nullptr;
     };
-    const auto unload = [](HANDLE image) { delete static_cast<PeImage*>(image); };
-    const auto find = [](HANDLE handle, const char* function) {
-        const auto* const image = static_cast<const PeImage*>(handle);
-        return LowerCase(function) == "drvenabledriver" ? image->EntryPoint() : image->Find(function);
+    const auto unload = [](HANDLE loaded) { delete static_cast<LoadedFile*>(loaded); };
+    const auto find = [](HANDLE loaded, const char* function) {
+        return static_cast<LoadedFile*>(loaded)->Find(function);
     };
     Engine::Current().RegisterImage(name, load, unload, find);
     return true;

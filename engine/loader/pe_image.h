@@ -54,8 +54,14 @@ private:
     std::string error_;
 };
 
+enum class Calls {
+    Direct,
+    Watched // what the image calls and is called by: a broken calling convention is a violation
+};
+
 // Registers a file as the image of this name with the current engine: each load maps it afresh.
 // False with `error` set when the file does not load.
-bool RegisterImageFile(const std::u16string& name, const std::string& path, std::string& error);
+bool RegisterImageFile(const std::u16string& name, const std::string& path, std::string& error,
+                       Calls calls = Calls::Direct);
 
 } // namespace engine

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "engine/core/exports.h"
 #include "tests/support/driver_form.h"
 
 namespace conformance {
@@ -38,9 +39,10 @@ namespace {
         return 0;
     }
 
-    template<class Function> ULONG AddressOf(Function* function)
+    template<class Function> ULONG AddressOf(engine::Seams& seams, const char* name, Function* function)
     {
-        return reinterpret_cast<ULONG>(function);
+        const PFN seam = seams.Add({name, reinterpret_cast<PFN>(function), engine::ArgumentBytes(function), true, {}});
+        return reinterpret_cast<ULONG>(seam);
     }
 
 } // namespace
@@ -148,7 +150,10 @@ ULONG Session::Zoom(ULONG code, ULONG id, const RECTL& values, ULONG a, ULONG b,
 void Session::InstallConsumer(ULONG answer)
 {
     qcAnswer = answer;
-    Escape(KoruEscape, {36, AddressOf(&Qc), AddressOf(&Qd), AddressOf(&Qp), AddressOf(&Gsd), AddressOf(&Dsf)});
+    Escape(KoruEscape,
+           {36, AddressOf(consumer_, "the consumer's QC", &Qc), AddressOf(consumer_, "the consumer's QD", &Qd),
+            AddressOf(consumer_, "the consumer's QP", &Qp), AddressOf(consumer_, "the consumer's GSD", &Gsd),
+            AddressOf(consumer_, "the consumer's DSF", &Dsf)});
 }
 
 SubmittedRecord Session::TakeOnlyRecord()

@@ -17,6 +17,7 @@
 #include "engine/core/surface.h"
 #include "engine/devices/chain_manager.h"
 #include "engine/devices/frame_buffer.h"
+#include "engine/loader/seams.h"
 
 namespace conformance {
 
@@ -88,6 +89,7 @@ private:
     std::unique_ptr<engine::Engine> engine_;
     std::unique_ptr<engine::DisplayDriver> driver_;
     std::unique_ptr<engine::Device> device_;
+    engine::Seams consumer_; // its functions, as the driver calls them
 };
 
 // Pictures of small bitmaps as text: a character per pixel, '.' for pixel 0, rows joined by line ends.

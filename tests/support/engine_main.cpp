@@ -29,7 +29,7 @@ void RegisterDriverUnderTest()
     if (imagePath.empty())
         return engine::RegisterLinkedDriver();
     std::string error;
-    if (!engine::RegisterImageFile(u"koru", imagePath, error))
+    if (!engine::RegisterImageFile(u"koru", imagePath, error, engine::Calls::Watched))
         ADD_FAILURE() << error;
 }
 
