@@ -1,6 +1,6 @@
 # A thin front for CMake; see CMakePresets.json.
 
-.PHONY: run test host asan image test-asan bench fuzz lint coverage clean packages
+.PHONY: run test host asan image test-asan bench fuzz lint coverage nightly clean packages
 
 # Plays the samples and leaves pictures and records in build/run.
 run: host
@@ -32,6 +32,9 @@ lint: host
 
 coverage: image
 	scripts/coverage
+
+nightly: image host
+	scripts/nightly
 
 clean:
 	rm -rf build

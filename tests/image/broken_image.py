@@ -4,7 +4,6 @@ import pathlib
 import shutil
 import struct
 
-from image_checks.code import Code
 from image_checks.pe import Image
 
 ADD_STACK, SUBTRACT_STACK = b"\x81\xC4", b"\x81\xEC"
@@ -12,13 +11,13 @@ CALL, RETURN_TAKING = b"\xE8", b"\xC2"
 
 
 class BrokenImage:
-    def __init__(self, good, folder):
+    def __init__(self, good, good_code, folder):
         self.folder = pathlib.Path(folder)
         shutil.copytree(good / "relinked", self.folder / "relinked")
         for name in ("koru.dll", "koru.dbg", "koru.map"):
             shutil.copy(good / name, self.folder / name)
-        self.good = Image((good / "koru.dll").read_bytes())
-        self._good_code = None
+        self.good = good_code.image
+        self._functions = good_code.functions.values()
         self.content = bytearray(self.good.bytes)
 
     def seal(self):
@@ -64,9 +63,7 @@ class BrokenImage:
 
     def function(self, start):
         """The one function whose name starts so."""
-        if self._good_code is None:
-            self._good_code = Code(self.good, self.folder / "koru.dll", self.folder / "koru.dbg")
-        found = [f for f in self._good_code.functions.values() if f.name.startswith(start)]
+        found = [f for f in self._functions if f.name.startswith(start)]
         assert len(found) == 1, (start, [f.name for f in found])
         return found[0]
 

@@ -26,6 +26,7 @@ loader = importlib.machinery.SourceFileLoader("check_image", str(SCRIPT))
 check_image = importlib.util.module_from_spec(importlib.util.spec_from_loader("check_image", loader))
 loader.exec_module(check_image)
 
+GOOD_CODE = check_image.Built(GOOD).code
 EXPORTS, IMPORTS, RESOURCES, RELOCATIONS = 0, 1, 2, 5
 READ, WRITE, EXECUTE = 0x40000000, 0x80000000, 0x20000000
 ESCAPE = "koru::DrvEscape("  # 24 bytes of arguments
@@ -134,7 +135,7 @@ class CheckImage(unittest.TestCase):
     def setUp(self):
         place = tempfile.TemporaryDirectory()
         self.addCleanup(place.cleanup)
-        self.broken = BrokenImage(GOOD, place.name)
+        self.broken = BrokenImage(GOOD, GOOD_CODE, place.name)
 
     def failure(self, name):
         """What a check prints, which must be one line that begins with FAILED."""
