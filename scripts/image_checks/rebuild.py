@@ -8,17 +8,14 @@ import tempfile
 
 from image_checks.headers import require
 
-SOURCES = ("CMakeLists.txt", "CMakePresets.json", "cmake", "packaging", "src", "tests/layout")
+NO_SOURCES = shutil.ignore_patterns("build", ".git")
 PRODUCTS = ("koru.dll", "koru.dbg")  # koru.map names the folder
 
 
 def check_rebuild(folder, source):
     with tempfile.TemporaryDirectory(prefix="a-folder-with-another-name-") as place:
         copy = pathlib.Path(place) / "sources"
-        for name in SOURCES:
-            kind = shutil.copytree if (source / name).is_dir() else shutil.copy
-            (copy / name).parent.mkdir(parents=True, exist_ok=True)
-            kind(source / name, copy / name)
+        shutil.copytree(source, copy, ignore=NO_SOURCES)
         environment = {name: value for name, value in os.environ.items() if "LAUNCHER" not in name}
         for command in (["cmake", "--preset", "image"], ["cmake", "--build", "--preset", "image", "--target", "koru"]):
             result = subprocess.run(command, cwd=copy, env=environment, capture_output=True, text=True, check=False)
