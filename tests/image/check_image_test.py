@@ -8,6 +8,7 @@ import importlib.machinery
 import importlib.util
 import io
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -19,7 +20,7 @@ SOURCE, GOOD = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
 sys.path[:0] = [str(SOURCE / "scripts"), str(SOURCE / "tests" / "image")]
 
 from broken_image import BrokenImage  # noqa: E402
-from image_checks import tables  # noqa: E402
+from image_checks import headers, rebuild, tables  # noqa: E402
 
 SCRIPT = SOURCE / "scripts" / "check-image"
 loader = importlib.machinery.SourceFileLoader("check_image", str(SCRIPT))
@@ -160,6 +161,23 @@ class CheckImage(unittest.TestCase):
     def test_pointer_call_row_that_nothing_needs(self):
         with mock.patch("image_checks.stack.POINTER_CALLS", tables.POINTER_CALLS + [("Nowhere", 0, None)]):
             self.assertIn("nothing needs: Nowhere", self.failure("calls"))
+
+    def test_rebuild_compares_what_a_build_elsewhere_gives(self):
+        def build(command, cwd, **_):
+            if "--build" in command:
+                shutil.copytree(GOOD, cwd / "build" / "image", ignore=shutil.ignore_patterns("CMakeFiles"))
+            return subprocess.CompletedProcess(command, 0, "", "")
+
+        with tempfile.TemporaryDirectory() as source, mock.patch("image_checks.rebuild.subprocess.run", build):
+            self.assertIn("the same bytes", rebuild.check_rebuild(self.broken.folder, pathlib.Path(source)))
+            (self.broken.folder / "koru.dbg").write_bytes(b"other")
+            with self.assertRaisesRegex(headers.CheckError, "^koru.dbg comes out differently"):
+                rebuild.check_rebuild(self.broken.folder, pathlib.Path(source))
+
+    def test_rebuild_says_what_does_not_build(self):
+        with tempfile.TemporaryDirectory() as nothing:
+            with self.assertRaisesRegex(headers.CheckError, "^cmake --preset image failed:"):
+                rebuild.check_rebuild(GOOD, pathlib.Path(nothing))
 
     def test_script_says_what_failed(self):
         def check(*arguments):
