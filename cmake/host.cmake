@@ -45,6 +45,7 @@ target_link_libraries(koru PRIVATE koru_engine koru_client)
 target_compile_options(koru PRIVATE ${KORU_WARNINGS})
 
 include(cmake/tests.cmake)
+include(cmake/windows_programs.cmake)
 
 # Built on demand: `make bench`, `make fuzz`.
 add_executable(koru_bench EXCLUDE_FROM_ALL bench/captured_call.cpp tools/machine.cpp)

@@ -43,3 +43,4 @@ target_include_directories(koru_layout_check PRIVATE
   ${CMAKE_SOURCE_DIR}/tests/layout ${CMAKE_SOURCE_DIR}/tests/layout/shim)
 target_compile_options(koru_layout_check PRIVATE -Wall -Wextra -Werror)
 include(cmake/links.cmake)
+include(cmake/windows_programs.cmake)
