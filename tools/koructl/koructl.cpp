@@ -51,7 +51,9 @@ int Run(const std::vector<std::string>& arguments, const Surroundings& surroundi
     } catch (const CLI::Success& help) {
         return app.exit(help, surroundings.out, surroundings.err);
     } catch (const CLI::ParseError& error) {
-        surroundings.err << "koructl: " << error.what() << " (koructl --help tells what there is)\n";
+        const auto unknown = app.remaining(true);
+        surroundings.err << "koructl: " << (unknown.empty() ? error.what() : "\"" + unknown.front() + "\" is unknown")
+                         << " (koructl --help tells what there is)\n";
         return 2;
     } catch (const std::exception& error) {
         surroundings.err << "koructl: " << error.what() << '\n';

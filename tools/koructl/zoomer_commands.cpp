@@ -90,6 +90,12 @@ namespace {
             Require(zoomers.ShowOriginal(place), "Koru could not repaint what the zoomer covered");
     }
 
+    // Immediate views are not magnified by an update, a new place in the stack is not shown by a refresh.
+    bool ShowAnew(const ZoomerControl& zoomers, ZoomerId id)
+    {
+        return zoomers.Refresh(id) && zoomers.Update();
+    }
+
     void Create(const Surroundings& surroundings, const ZoomerArguments& arguments)
     {
         const Setters setters = ParseProperties(arguments);
@@ -98,10 +104,12 @@ namespace {
         const ZoomerControl zoomers = koru.Zoomers();
         const auto id = zoomers.Create();
         Require(id.has_value(), "Koru made no zoomer; is there enough memory?");
-        if (!Apply(setters, zoomers, *id) || !zoomers.SetState(*id, !arguments.hidden) || !zoomers.Update()) {
+        bool done = Apply(setters, zoomers, *id);
+        if (!arguments.hidden)
+            done = done && zoomers.SetState(*id, true) && ShowAnew(zoomers, *id);
+        if (!done)
             zoomers.Remove(*id);
-            Require(false, "Koru refused to set the zoomer up");
-        }
+        Require(done, "Koru refused to set the zoomer up");
         surroundings.out << Hexadecimal(static_cast<std::uint32_t>(*id)) << '\n';
     }
 
@@ -116,8 +124,8 @@ namespace {
         Require(Apply(setters, zoomers, id), "Koru refused to change the zoomer");
         if (Place(zoomers, id, screen) != before)
             Uncover(zoomers, before);
-        if (zoomers.State(id).value_or(false)) // factors alone would wait for the next drawing
-            Require(zoomers.SetState(id, true) && zoomers.Update(), "Koru could not show the zoomer");
+        if (zoomers.State(id).value_or(false))
+            Require(ShowAnew(zoomers, id), "Koru could not show the zoomer");
     }
 
     void Switch(const Surroundings& surroundings, const ZoomerArguments& arguments, bool on)
