@@ -1,6 +1,6 @@
 # A thin front for CMake; see CMakePresets.json.
 
-.PHONY: run test host asan image test-asan bench fuzz lint coverage nightly clean packages
+.PHONY: run test host asan image test-asan bench fuzz lint coverage nightly clean packages package
 
 # Plays the samples and leaves pictures and records in build/run.
 run: host
@@ -35,6 +35,12 @@ coverage: image
 
 nightly: image host
 	scripts/nightly
+
+# build/koru-VERSION.zip, for Windows.
+package: image
+	rm -f build/koru-*.zip
+	scripts/package
+	scripts/check-package build/koru-*.zip
 
 clean:
 	rm -rf build
