@@ -19,7 +19,10 @@ namespace {
         return utf16;
     }
 
-    RegistryValue List(const std::string& names) { return {7, Wide(names)}; } // with its zeros
+    RegistryValue List(const std::string& names)
+    {
+        return {7, Wide(names)};
+    } // with its zeros
 
     class InstallationTest : public testing::Test {
     protected:
@@ -179,12 +182,12 @@ namespace {
     {
         const std::string key = "SYSTEM\\CurrentControlSet\\Control\\Video\\{ABC}\\0000";
         SetVideo("\\Registry\\Machine\\System\\CurrentControlSet\\Control\\Video\\{ABC}\\0000", "\\Device\\Video1");
-        machine.values[{"System\\CurrentControlSet\\Control\\Video\\{ABC}\\0000", "InstalledDisplayDrivers"}]
-            = List(std::string("framebuf\0\0", 10));
+        machine.values[{"System\\CurrentControlSet\\Control\\Video\\{ABC}\\0000", "InstalledDisplayDrivers"}] =
+            List(std::string("framebuf\0\0", 10));
         Install(machine, {"", 1});
-        EXPECT_EQ((machine.values[{"System\\CurrentControlSet\\Control\\Video\\{ABC}\\0000",
-                                   "InstalledDisplayDrivers"}]),
-                  List(std::string("koru\0framebuf\0\0", 15)));
+        EXPECT_EQ(
+            (machine.values[{"System\\CurrentControlSet\\Control\\Video\\{ABC}\\0000", "InstalledDisplayDrivers"}]),
+            List(std::string("koru\0framebuf\0\0", 15)));
         ExpectRefused("another video device", [&] { Install(machine, {"", 0}); });
     }
 

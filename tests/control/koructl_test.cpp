@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <sstream>
 
-#include "tests/control/fake_machine.h"
 #include "engine/core/calls.h"
+#include "tests/control/fake_machine.h"
 #include "tools/machine.h"
 
 namespace koructl::test {
@@ -134,8 +134,8 @@ namespace {
         ExpectFailure(Run({"pair", "add", "FFF,000000"}), 1, "RRGGBB");
         ExpectFailure(Run({"zoomer", "create", "--original", "8,0,0,8", "--zoomed", "0,0,9,9"}), 1, "left below right");
         ExpectFailure(Run({"zoomer", "create", "--original", "0,0,8,8", "--zoomed", "0,0,65,9"}), 1, "on the screen");
-        ExpectFailure(
-            Run({"zoomer", "create", "--original", "0,0,8,8", "--zoomed", "0,0,9,9", "--factor", "256"}), 1, "1 to 255");
+        ExpectFailure(Run({"zoomer", "create", "--original", "0,0,8,8", "--zoomed", "0,0,9,9", "--factor", "256"}), 1,
+                      "1 to 255");
         ExpectFailure(Run({"zoomer", "remove", "0x1234"}), 1, "no zoomer 0x1234");
         ExpectFailure(Run({"zoomer", "uncover", "0,0,64,49"}), 1, "on the screen");
         EXPECT_NE(Run({"status"}).out.find("zoomers       0\n"), std::string::npos);
@@ -234,10 +234,11 @@ namespace {
     TEST_F(KoructlTest, DescribesAllThatCanBeSet)
     {
         const std::string id = CreateZoomer();
-        const Reply set = Run({"zoomer", "set", id, "--original", "1,2,5,6", "--factor", "3,2", "--smooth", "2",
-                               "--darker-wins", "yes", "--style", "inverted", "--behaviour", "deferred", "--mode",
-                               "moving", "--border", "left,bottom", "--border-colour", "white", "--border-size", "3",
-                               "--z-order", "-4"});
+        const Reply set = Run({"zoomer",   "set",           id,         "--original",  "1,2,5,6",
+                               "--factor", "3,2",           "--smooth", "2",           "--darker-wins",
+                               "yes",      "--style",       "inverted", "--behaviour", "deferred",
+                               "--mode",   "moving",        "--border", "left,bottom", "--border-colour",
+                               "white",    "--border-size", "3",        "--z-order",   "-4"});
         ASSERT_EQ(set.code, 0) << set.err;
         EXPECT_EQ(Run({"zoomer", "describe", id}).out,
                   "shown yes\n"

@@ -94,10 +94,10 @@ namespace {
                                             std::span<std::byte> answer) { return driver.Escape(code, in, answer); },
                                      64, 48};
             };
-            return koruspy::Run(arguments, {screen, [this] { return std::make_unique<FakeTap>(device); },
-                                            [this](const std::string& path) { installed = path; },
-                                            [this] { removed = true; }, [this](double) { return waits-- > 0; },
-                                            [this] { return now += 0.5; }, out, err});
+            return koruspy::Run(arguments,
+                                {screen, [this] { return std::make_unique<FakeTap>(device); },
+                                 [this](const std::string& path) { installed = path; }, [this] { removed = true; },
+                                 [this](double) { return waits-- > 0; }, [this] { return now += 0.5; }, out, err});
         }
 
         FakeDriver driver;
@@ -115,8 +115,9 @@ namespace {
     {
         device.reads = {Frame(0, 1, "first") + Frame(1, 0xFFFFFFFF, ""), Frame(2, 0, "2")};
         EXPECT_EQ(Run({"--out", "-"}), 0) << err.str();
-        EXPECT_EQ(out.str(), std::string("KORUREC1", 8) + "KREC" + Words({5, 1}) + "first" + "KREC"
-                      + Words({0, 0xFFFFFFFF}) + "KREC" + Words({1, 0}) + "2");
+        EXPECT_EQ(out.str(),
+                  std::string("KORUREC1", 8) + "KREC" + Words({5, 1}) + "first" + "KREC" + Words({0, 0xFFFFFFFF})
+                      + "KREC" + Words({1, 0}) + "2");
         EXPECT_EQ(driver.log, CleanRun);
         EXPECT_TRUE(device.closed);
         EXPECT_NE(err.str().find("3 records (1 empty), 0 missed, 0 refused"), std::string::npos) << err.str();
@@ -228,8 +229,9 @@ namespace {
         public:
             korutap::EntryPoints EntryPoints() override
             {
-                return {1, reinterpret_cast<std::uint32_t>(&Consumer::Qc), 0,
-                        reinterpret_cast<std::uint32_t>(&Consumer::Qp), 0, 0};
+                return {1, reinterpret_cast<std::uint32_t>(&Consumer::Qc),
+                        0, reinterpret_cast<std::uint32_t>(&Consumer::Qp),
+                        0, 0};
             }
             korutap::Statistics Statistics() override { return {}; }
             std::size_t Read(std::span<std::byte> room) override

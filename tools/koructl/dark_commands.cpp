@@ -40,8 +40,8 @@ namespace {
 
     void ClearZones(const Surroundings& surroundings, const ZoneArguments& arguments)
     {
-        const auto device = arguments.device.empty() ? std::nullopt
-                                                     : std::optional(ParseNumber("--device", arguments.device));
+        const auto device =
+            arguments.device.empty() ? std::nullopt : std::optional(ParseNumber("--device", arguments.device));
         const Control koru = Open(surroundings);
         // For an unknown device the driver would clear the zones of all.
         if (device)

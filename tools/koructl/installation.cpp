@@ -159,8 +159,9 @@ std::string Install(Machine& machine, const InstallOptions& options)
     changes.Value(key, KeptList, list);
     changes.Value(key, DriverList, WithKoruInFront(*list)); // the one that counts comes last
     changes.Keep();
-    return "Koru is in front of " + next + "; restart the machine to start it.\n"
-        "To take it away: koructl uninstall\n";
+    return "Koru is in front of " + next
+        + "; restart the machine to start it.\n"
+          "To take it away: koructl uninstall\n";
 }
 
 std::string Uninstall(Machine& machine)

@@ -130,9 +130,8 @@ namespace {
 
     void Switch(const Surroundings& surroundings, const ZoomerArguments& arguments, bool on)
     {
-        Change(surroundings, arguments, {[on](const ZoomerControl& zoomers, ZoomerId id) {
-                   return zoomers.SetState(id, on);
-               }});
+        Change(surroundings, arguments,
+               {[on](const ZoomerControl& zoomers, ZoomerId id) { return zoomers.SetState(id, on); }});
         surroundings.out << "zoomer " << arguments.id << (on ? " is shown\n" : " is hidden\n");
     }
 
@@ -256,13 +255,11 @@ namespace {
             Require(Open(surroundings).Zoomers().Update(), "Koru could not update the screen");
             surroundings.out << "updated\n";
         });
-        AddCommand<Arguments>(group, "refresh", "magnify and show a view anew", TakeId, [&surroundings](const auto& a) {
-            Render(surroundings, a, &ZoomerControl::Refresh);
-        });
-        AddCommand<Arguments>(group, "improve", "smooth the picture that a view shows", TakeId,
-                              [&surroundings](const auto& a) {
-                                  Render(surroundings, a, &ZoomerControl::ImproveImage);
-                              });
+        AddCommand<Arguments>(group, "refresh", "magnify and show a view anew", TakeId,
+                              [&surroundings](const auto& a) { Render(surroundings, a, &ZoomerControl::Refresh); });
+        AddCommand<Arguments>(
+            group, "improve", "smooth the picture that a view shows", TakeId,
+            [&surroundings](const auto& a) { Render(surroundings, a, &ZoomerControl::ImproveImage); });
         AddCommand<Arguments>(
             group, "scroll", "what lies under a view has moved",
             [](CLI::App& command, Arguments& arguments) {

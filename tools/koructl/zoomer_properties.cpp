@@ -41,9 +41,8 @@ namespace {
 
     Setter ParseOriginal(const std::string& text)
     {
-        return [area = ParseRectangle("--original", text)](Zoomers z, ZoomerId id) {
-            return z.SetOriginalRect(id, area);
-        };
+        return
+            [area = ParseRectangle("--original", text)](Zoomers z, ZoomerId id) { return z.SetOriginalRect(id, area); };
     }
     Setter ParseZoomed(const std::string& text)
     {
@@ -158,13 +157,12 @@ namespace {
         {"zoomed", "LEFT,TOP,RIGHT,BOTTOM: where it is shown", ParseZoomed, TellZoomed},
         {"factor", "how many times as large, N or X,Y, 1 to 255", ParseFactor, TellFactor},
         {"smooth", "smoothing of edges, 0 (none) to 3", ParseSmooth, TellSmooth},
-        {"darker-wins", "yes or no: smoothing lets dark colours grow, not light ones", ParseDarkerWins,
-         TellDarkerWins},
+        {"darker-wins", "yes or no: smoothing lets dark colours grow, not light ones", ParseDarkerWins, TellDarkerWins},
         {"style", "normal or inverted", ParseStyle, TellStyle},
         {"behaviour", "immediate, full or deferred: magnified with each drawing, whole or in part at updates",
          ParseBehaviour, TellBehaviour},
-        {"mode", "ordinary; exclusive: nothing is shown beside it; moving: the place it left is repainted",
-         ParseMode, TellMode},
+        {"mode", "ordinary; exclusive: nothing is shown beside it; moving: the place it left is repainted", ParseMode,
+         TellMode},
         {"border", "the frame: none, all, or sides such as left,top", ParseBorder, TellBorder},
         {"border-colour", "black or white", ParseBorderColour, TellBorderColour},
         {"border-size", "pixels", ParseBorderSize, TellBorderSize},

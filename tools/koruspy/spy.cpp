@@ -25,7 +25,8 @@ namespace {
         Capture(const Control& koru, const korutap::EntryPoints& entries, std::uint32_t mask)
             : koru_(koru)
         {
-            const bool installed = koru.Capture().Install({entries.qc, entries.qd, entries.qp, entries.gsd, entries.dsf});
+            const bool installed =
+                koru.Capture().Install({entries.qc, entries.qd, entries.qp, entries.gsd, entries.dsf});
             if (installed && koru.Capture().SetMask(mask) && koru.Capture().On())
                 return;
             End();
