@@ -175,35 +175,44 @@ namespace {
         SetVideo("\\REGISTRY\\Machine\\System\\ControlSet001\\Services\\VgaSave\\Device0");
         Uninstall(machine);
         EXPECT_EQ(ListNow(), before);
-        ExpectRefused("safe or VGA mode", [&] { Install(machine, {}); });
+        ExpectRefused("safe and VGA mode", [&] { Install(machine, {}); });
+    }
+
+    TEST_F(InstallationTest, GoesInFrontOfTheVgaDriverOnlyWhenTold)
+    {
+        const std::string key = "SYSTEM\\CurrentControlSet\\Services\\VgaSave\\Device0";
+        SetVideo("\\REGISTRY\\Machine\\System\\ControlSet001\\Services\\VgaSave\\Device0");
+        machine.values[{key, "InstalledDisplayDrivers"}] = List(std::string("framebuf\0\0", 10));
+        ExpectRefused("--vga", [&] { Install(machine, {}); });
+        Install(machine, {"", 0, true});
+        EXPECT_EQ((machine.values[{key, "InstalledDisplayDrivers"}]), List(std::string("koru\0framebuf\0\0", 15)));
     }
 
     TEST_F(InstallationTest, FollowsTheKeysOfNewerSystems)
     {
-        const std::string key = "SYSTEM\\CurrentControlSet\\Control\\Video\\{ABC}\\0000";
         SetVideo("\\Registry\\Machine\\System\\CurrentControlSet\\Control\\Video\\{ABC}\\0000", "\\Device\\Video1");
         machine.values[{"System\\CurrentControlSet\\Control\\Video\\{ABC}\\0000", "InstalledDisplayDrivers"}] =
             List(std::string("framebuf\0\0", 10));
-        Install(machine, {"", 1});
+        Install(machine, {"", 1, false});
         EXPECT_EQ(
             (machine.values[{"System\\CurrentControlSet\\Control\\Video\\{ABC}\\0000", "InstalledDisplayDrivers"}]),
             List(std::string("koru\0framebuf\0\0", 15)));
-        ExpectRefused("another video device", [&] { Install(machine, {"", 0}); });
+        ExpectRefused("another video device", [&] { Install(machine, {"", 0, false}); });
     }
 
     TEST_F(InstallationTest, TakesTheNextDriverThatItIsTold)
     {
-        Install(machine, {"framebuf", 0});
+        Install(machine, {"framebuf", 0, false});
         EXPECT_EQ(machine.files["korulink.ini"], "framebuf\r\n");
     }
 
     TEST_F(InstallationTest, RefusesWhatCannotStart)
     {
-        ExpectRefused("cannot be koru", [&] { Install(machine, {"koru", 0}); });
-        ExpectRefused("cannot be KoruLink", [&] { Install(machine, {"KoruLink", 0}); });
-        ExpectRefused("cannot hold", [&] { Install(machine, {"smi disp", 0}); });
-        ExpectRefused("cannot hold", [&] { Install(machine, {std::string(40, 'a'), 0}); });
-        ExpectRefused("absent.dll is not", [&] { Install(machine, {"absent", 0}); });
+        ExpectRefused("cannot be koru", [&] { Install(machine, {"koru", 0, false}); });
+        ExpectRefused("cannot be KoruLink", [&] { Install(machine, {"KoruLink", 0, false}); });
+        ExpectRefused("cannot hold", [&] { Install(machine, {"smi disp", 0, false}); });
+        ExpectRefused("cannot hold", [&] { Install(machine, {std::string(40, 'a'), 0, false}); });
+        ExpectRefused("absent.dll is not", [&] { Install(machine, {"absent", 0, false}); });
         machine.files.erase("korulink.dll");
         ExpectRefused("install koru.inf first", [&] { Install(machine, {}); });
         machine.files["korulink.dll"] = "image";

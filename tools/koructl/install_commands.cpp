@@ -9,6 +9,7 @@ namespace {
 
     struct InstallArguments {
         std::string next, video = "0";
+        bool vga = false;
     };
 
 } // namespace
@@ -20,10 +21,11 @@ void AddInstall(CLI::App& app, const Surroundings& surroundings)
         [](CLI::App& command, InstallArguments& arguments) {
             command.add_option("--next", arguments.next, "the driver behind Koru; the present one unless told");
             command.add_option("--video", arguments.video, "number of the video device; 0 unless told");
+            command.add_flag("--vga", arguments.vga, "even if safe mode would then start with Koru, too");
         },
         [&surroundings](const InstallArguments& arguments) {
-            surroundings.out << Install(surroundings.machine,
-                                        {arguments.next, ParseNumber("--video", arguments.video, 0, 99)});
+            surroundings.out << Install(
+                surroundings.machine, {arguments.next, ParseNumber("--video", arguments.video, 0, 99), arguments.vga});
         });
     AddCommand(app, "uninstall", "put the display driver back as it was; takes effect at the next start",
                [&surroundings] { surroundings.out << Uninstall(surroundings.machine); });

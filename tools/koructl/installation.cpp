@@ -136,8 +136,8 @@ namespace {
 std::string Install(Machine& machine, const InstallOptions& options)
 {
     const std::string key = KeyOfVideoDevice(machine, options.videoDevice);
-    if (Lower(key).find("\\vgasave\\") != std::string::npos)
-        Refuse("the machine runs in safe or VGA mode; start it as usual and try again");
+    if (!options.evenVga && Lower(key).find("\\vgasave\\") != std::string::npos)
+        Refuse("the display driver is the one of safe and VGA mode; start the machine as usual, or use --vga");
     const auto list = machine.ReadValue(key, DriverList);
     if (!list || (list->type != TextListType && list->type != TextType))
         Refuse("there is no list of drivers " + std::string(DriverList) + " in " + key);

@@ -16,6 +16,7 @@ namespace koructl {
 struct InstallOptions {
     std::string next; // the driver behind Koru; empty: the first of the system's list
     unsigned videoDevice = 0; // whose driver it is, as the system numbers them
+    bool evenVga = false; // in front of the driver of safe and VGA mode, which is then no way back
 };
 
 // Both throw std::runtime_error with one line when they cannot do it, and leave everything as it was. They
