@@ -70,7 +70,7 @@ namespace {
             std::memcpy(words, in.data(), std::min(in.size(), sizeof(words)));
             if (!present)
                 return 0;
-            std::uint32_t answer = words[0] == 91 ? 303 : 1;
+            const std::uint32_t answer = words[0] == 91 ? 303 : 1;
             if (code == 0x490914 && words[0] != 91) {
                 log += (log.empty() ? "" : " ") + std::to_string(words[0]);
                 if (words[0] == 36 || words[0] == 57)
@@ -78,7 +78,8 @@ namespace {
                 if (words[0] == refuses)
                     return 0;
             }
-            std::memcpy(out.data(), &answer, std::min(out.size(), sizeof(answer)));
+            if (!out.empty())
+                std::memcpy(out.data(), &answer, std::min(out.size(), sizeof(answer)));
             return 1;
         }
     };
