@@ -40,8 +40,7 @@ bool DarkZoneControl::Clear(std::uint32_t dhpdev) const
 
 std::optional<bool> CacheControl::Add(CacheType type, std::uint32_t item) const
 {
-    const auto answer = link_.Koru(KoruCommand::AddCacheItem, {static_cast<std::uint32_t>(type), item}, NotWritten);
-    return answer && *answer != NotWritten ? std::optional(*answer == 1) : std::nullopt;
+    return YesOrNo(link_.Koru(KoruCommand::AddCacheItem, {static_cast<std::uint32_t>(type), item}, NotWritten));
 }
 
 bool CacheControl::Delete(CacheType type, std::uint32_t item) const

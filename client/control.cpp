@@ -26,8 +26,7 @@ std::optional<std::uint32_t> Control::ScreenSurface(std::uint32_t dhpdev) const
 
 std::optional<bool> Control::ChainAreYouActive() const
 {
-    const auto word = link_.Chain(AreYouActive);
-    return word && *word != NotWritten ? std::optional(*word != 0) : std::nullopt;
+    return YesOrNo(link_.Chain(AreYouActive));
 }
 
 bool Control::ChainExtension() const

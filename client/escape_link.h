@@ -18,8 +18,15 @@ namespace koru::client {
 using Transport =
     std::function<std::int32_t(std::uint32_t escape, std::span<const std::byte> in, std::span<std::byte> out)>;
 
-// What an answer holds before the driver writes it, where the driver may write nothing.
+// What an answer holds before the driver writes it, where the driver may write nothing. Some engines hand
+// the driver an output of their own, with anything in it.
 constexpr std::uint32_t NotWritten = 0xFFFFFFFF;
+
+// The answer to a yes-or-no question: 1, 0, or none when it was not written.
+constexpr std::optional<bool> YesOrNo(std::optional<std::uint32_t> word)
+{
+    return word && *word <= 1 ? std::optional(*word == 1) : std::nullopt;
+}
 
 struct ZoomInput { // Escape::Zoom, behind the command
     std::uint32_t zoomer = 0;

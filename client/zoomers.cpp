@@ -52,7 +52,7 @@ bool ZoomerControl::SetUpdateInterval(std::int32_t milliseconds) const
 std::optional<bool> ZoomerControl::PickColor(ZoomerId id) const
 {
     const auto out = link_.Zoom(ZoomCommand::GetPickColor, Input(id), NotWritten);
-    return out && (*out)[0] != NotWritten ? std::optional((*out)[0] != 0) : std::nullopt;
+    return out ? YesOrNo((*out)[0]) : std::nullopt;
 }
 
 bool ZoomerControl::SetZOrder(ZoomerId id, std::int32_t zOrder) const

@@ -263,6 +263,22 @@ namespace {
         EXPECT_FALSE(zoomers.SetState(id, true)); // unknown to the driver
     }
 
+    TEST_F(ControlTest, TakesNothingButYesAndNoForAnAnswer)
+    {
+        for (const std::uint32_t garbage : {2u, 0xDEADBEEFu, 0xFFFFFFFFu}) {
+            driver.answer = {garbage};
+            EXPECT_FALSE(koru.ChainAreYouActive().has_value()) << garbage;
+            EXPECT_FALSE(koru.Zoomers().PickColor(ZoomerId{0x600}).has_value()) << garbage;
+            EXPECT_FALSE(koru.Caches().Add(CacheType::Clip, 5).has_value()) << garbage;
+        }
+        for (const std::uint32_t answer : {0u, 1u}) {
+            driver.answer = {answer};
+            EXPECT_EQ(koru.ChainAreYouActive(), answer == 1);
+            EXPECT_EQ(koru.Zoomers().PickColor(ZoomerId{0x600}), answer == 1);
+            EXPECT_EQ(koru.Caches().Add(CacheType::Clip, 5), answer == 1);
+        }
+    }
+
     TEST_F(ControlTest, GetsProperties)
     {
         const ZoomerId id{0x600};
