@@ -162,7 +162,7 @@ engine::Brush* Objects::Brush()
 engine::Path* Objects::Path()
 {
     engine::Path* const path = New<engine::Path>();
-    const bool hostile = input_.OneIn(128);
+    const bool hostile = input_.OneIn(256); // rare: a wide line of that length takes seconds
     for (ULONG runs = input_.Below(5); runs > 0; --runs) {
         FLONG flags = input_.Byte() & 0x1F;
         ULONG count = input_.Below(10);
@@ -170,12 +170,14 @@ engine::Path* Objects::Path()
             flags |= PD_BEGINSUBPATH;
         if (flags & PD_BEZIERS)
             count = count / 3 * 3 + (flags & PD_BEGINSUBPATH ? 1 : 0);
-        if (hostile && input_.OneIn(16))
+        const ULONG chosen = count;
+        if (input_.OneIn(64) && input_.OneIn(64)) // more than a record holds
             count = 9000;
         std::vector<POINTFIX> points;
         for (ULONG i = 0; i < count; ++i) {
             const LONG scale = input_.OneIn(8) ? 1 : 16;
-            const POINTL point = hostile ? input_.Point() : input_.NearPoint();
+            const POINTL further = {static_cast<LONG>(i % 64), static_cast<LONG>(i / 256)};
+            const POINTL point = i >= chosen ? further : hostile ? input_.Point() : input_.NearPoint();
             points.push_back({static_cast<FIX>(static_cast<ULONG>(point.x) * scale),
                               static_cast<FIX>(static_cast<ULONG>(point.y) * scale)});
         }
