@@ -11,7 +11,8 @@ namespace {
 
     BOOL APIENTRY EnableDriver(ULONG iEngineVersion, ULONG, DRVENABLEDATA* pded)
     {
-        *pded = {iEngineVersion, static_cast<ULONG>(current->table.size()), current->table.data()};
+        std::vector<DRVFN>& table = current->given.emplace_back(current->table);
+        *pded = {iEngineVersion, static_cast<ULONG>(table.size()), table.data()};
         return TRUE;
     }
 

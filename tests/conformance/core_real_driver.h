@@ -3,6 +3,7 @@
 // A real driver whose table a test fills by itself, for what the frame buffer does not do: entries listed
 // twice, entries that look at the world when they are called, structures with chosen figures.
 
+#include <list>
 #include <vector>
 
 #include "tests/conformance/session.h"
@@ -27,6 +28,7 @@ public:
     void Withdraw(ULONG index);
 
     std::vector<DRVFN> table;
+    std::list<std::vector<DRVFN>> given; // copies that the driver was given: it reads the last one until the next
     GDIINFO gdi = {};
     DEVINFO info = {};
     engine::Surface* surface = nullptr; // what DrvEnableSurface gives; made with the first PDEV
