@@ -111,10 +111,11 @@ template<class Pixels> EdgeRun StepsOfEdge(const Pixels& pixels, const Quadrant&
 }
 
 // Three pixels of the colour: the edge of an area, if the colour goes on behind it. Otherwise two thin
-// strokes meet here, as in letters, whose inside must not fill up. Where `shift` is along the steps the
-// window holds all that is asked for; across them it does not.
+// strokes meet here, as in letters, whose inside must not fill up; or, where both edges run on, it is the
+// corner of a box. Where `shift` is along the steps the window holds all that is asked for; across them
+// it does not.
 template<class Pixels>
-bool JoinsThinStrokes(const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift, EdgeRun run)
+bool IsInnerCorner(const Pixels& pixels, const Quadrant& quadrant, const POINTL& shift, EdgeRun run)
 {
     const auto colour = pixels.At(quadrant.sameRow, shift);
     if (pixels.At(quadrant.opposite, shift) != colour)
@@ -124,6 +125,9 @@ bool JoinsThinStrokes(const Pixels& pixels, const Quadrant& quadrant, const POIN
     const POINTL inward = sideways ? POINTL{0, -outward.y} : POINTL{-outward.x, 0};
     const POINTL along = sideways ? POINTL{outward.x, 0} : POINTL{0, outward.y};
     const POINTL& edge = sideways ? quadrant.sameColumn : quadrant.sameRow;
+    const POINTL& otherEdge = sideways ? quadrant.sameRow : quadrant.sameColumn;
+    if (pixels.At(otherEdge, {shift.x - inward.x, shift.y - inward.y}) == colour)
+        return true;
     const POINTL behind = {shift.x + inward.x, shift.y + inward.y};
     return pixels.At(edge, behind) != colour || pixels.At(edge, {behind.x + along.x, behind.y + along.y}) != colour;
 }
@@ -131,7 +135,7 @@ bool JoinsThinStrokes(const Pixels& pixels, const Quadrant& quadrant, const POIN
 template<class Pixels> EdgeRun RunOfEdge(const Pixels& pixels, const Quadrant& quadrant)
 {
     const EdgeRun run = StepsOfEdge(pixels, quadrant, {0, 0});
-    const bool isLong = run != EdgeRun::Diagonal && !JoinsThinStrokes(pixels, quadrant, {0, 0}, run);
+    const bool isLong = run != EdgeRun::Diagonal && !IsInnerCorner(pixels, quadrant, {0, 0}, run);
     return isLong ? run : EdgeRun::Diagonal;
 }
 
@@ -152,7 +156,7 @@ template<class Pixel, class Pixels>
 void PaintFarHalf(const SmoothPass& pass, const Pixels& pixels, const Quadrant& quadrant, const POINTL& junction,
                   const POINTL& shift, EdgeRun run)
 {
-    if (StepsOfEdge(pixels, quadrant, shift) != run || JoinsThinStrokes(pixels, quadrant, shift, run)
+    if (StepsOfEdge(pixels, quadrant, shift) != run || IsInnerCorner(pixels, quadrant, shift, run)
         || !Grows<Pixel>(pass, pixels, quadrant, shift))
         return;
     const POINTL half = {shift.x ? pass.xFactor : 0, shift.y ? pass.yFactor : 0};

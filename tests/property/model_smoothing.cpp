@@ -151,18 +151,21 @@ namespace {
         {
             return At(x - 1 - q.x, y - 1 - q.y) != GrowingColour(q, x, y);
         }
-        // The edge that the triangle lies on is two pixels thick, as far as the long leg reaches.
-        bool GoesOnUnder(const Quadrant& q, std::int64_t x, std::int64_t y) const
+        // The edge that the triangle lies on is two pixels thick, as far as the long leg reaches, and the other
+        // edge ends there.
+        bool IsShallowArea(const Quadrant& q, std::int64_t x, std::int64_t y) const
         {
             const std::int64_t row = y - 1 - q.y - q.OutY();
             const ULONG colour = GrowingColour(q, x, y);
-            return At(x + q.x, row) == colour && At(x + q.x + q.OutX(), row) == colour;
+            return At(x + q.x, row) == colour && At(x + q.x + q.OutX(), row) == colour
+                && At(x - 1 - q.x, y + q.y + q.OutY()) != colour;
         }
-        bool GoesOnBeside(const Quadrant& q, std::int64_t x, std::int64_t y) const
+        bool IsSteepArea(const Quadrant& q, std::int64_t x, std::int64_t y) const
         {
             const std::int64_t column = x - 1 - q.x - q.OutX();
             const ULONG colour = GrowingColour(q, x, y);
-            return At(column, y + q.y) == colour && At(column, y + q.y + q.OutY()) == colour;
+            return At(column, y + q.y) == colour && At(column, y + q.y + q.OutY()) == colour
+                && At(x + q.x + q.OutX(), y - 1 - q.y) != colour;
         }
         Legs LegsOf(const Quadrant& q, std::int64_t x, std::int64_t y) const
         {
@@ -172,9 +175,9 @@ namespace {
             const bool upAndDown =
                 At(x - 1 - q.x, y + q.y + q.OutY()) == colour && At(x + q.x, y + q.y + q.OutY()) == block;
             const std::int64_t width = zoomer_.xFactor, height = zoomer_.yFactor;
-            if (sideways && !upAndDown && (IsThin(q, x, y) || GoesOnUnder(q, x, y)))
+            if (sideways && !upAndDown && (IsThin(q, x, y) || IsShallowArea(q, x, y)))
                 return {2 * width, height};
-            if (upAndDown && !sideways && (IsThin(q, x, y) || GoesOnBeside(q, x, y)))
+            if (upAndDown && !sideways && (IsThin(q, x, y) || IsSteepArea(q, x, y)))
                 return {width, 2 * height};
             return {width, height};
         }

@@ -139,9 +139,17 @@ namespace {
         if (h == v)
             return 0;
         const bool thin = At(x + k.dx, y + k.dy) != c;
+        if (thin)
+            return h ? 1 : 2;
         if (h)
-            return thin || (At(x + k.vx, y + k.vy - k.oy) == c && At(x + k.vx + k.ox, y + k.vy - k.oy) == c) ? 1 : 0;
-        return thin || (At(x + k.hx - k.ox, y + k.hy) == c && At(x + k.hx - k.ox, y + k.hy + k.oy) == c) ? 2 : 0;
+            return At(x + k.hx, y + k.hy + k.oy) != c && At(x + k.vx, y + k.vy - k.oy) == c
+                    && At(x + k.vx + k.ox, y + k.vy - k.oy) == c
+                ? 1
+                : 0;
+        return At(x + k.vx + k.ox, y + k.vy) != c && At(x + k.hx - k.ox, y + k.hy) == c
+                && At(x + k.hx - k.ox, y + k.hy + k.oy) == c
+            ? 2
+            : 0;
     }
 
     void Model::Fill(int q, int x, int y, int leg, int u0, int w0, char colour)
