@@ -188,6 +188,24 @@ namespace {
         EXPECT_EQ((machine.values[{key, "InstalledDisplayDrivers"}]), List(std::string("koru\0framebuf\0\0", 15)));
     }
 
+    TEST_F(InstallationTest, KnowsTheVgaDriverOfNewerSystemsByTheServiceBesideIt)
+    {
+        const std::string video = "SYSTEM\\CurrentControlSet\\Control\\Video\\{ABC}\\";
+        SetVideo("\\REGISTRY\\Machine\\System\\ControlSet001\\Control\\Video\\{ABC}\\0000");
+        machine.values[{video + "0000", "InstalledDisplayDrivers"}] = List(std::string("framebuf\0\0", 10));
+        machine.values[{video + "Video", "Service"}] = {1, Wide(std::string("VgaSave\0", 8))};
+        ExpectRefused("--vga", [&] { Install(machine, {}); });
+        machine.values[{video + "Video", "Service"}] = {1, Wide(std::string("smi\0", 4))};
+        Install(machine, {});
+        EXPECT_EQ((machine.values[{video + "0000", "InstalledDisplayDrivers"}]),
+                  List(std::string("koru\0framebuf\0\0", 15)));
+        Uninstall(machine);
+        machine.values[{video + "Video", "Service"}] = {1, Wide(std::string("vgasave\0", 8))};
+        Install(machine, {"", 0, true});
+        EXPECT_EQ((machine.values[{video + "0000", "InstalledDisplayDrivers"}]),
+                  List(std::string("koru\0framebuf\0\0", 15)));
+    }
+
     TEST_F(InstallationTest, FollowsTheKeysOfNewerSystems)
     {
         SetVideo("\\Registry\\Machine\\System\\CurrentControlSet\\Control\\Video\\{ABC}\\0000", "\\Device\\Video1");

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <sstream>
 
 #include "engine/core/calls.h"
@@ -105,6 +106,26 @@ namespace {
             EXPECT_EQ(err.str(), "");
             EXPECT_NE(out.str().find("koructl"), std::string::npos) << out.str();
         }
+    }
+
+    TEST_F(KoructlTest, HelpTellsWhatGrowsWhenTheDarkerWins)
+    {
+        EXPECT_NE(Run({"zoomer", "create", "--help"}).out.find("smoothing lets light"), std::string::npos);
+    }
+
+    TEST_F(KoructlTest, TheExampleOfAViewFitsASmallScreen)
+    {
+        const std::string help = Run({"--help"}).out;
+        int from[4] = {}, to[4] = {}, factor = 0;
+        ASSERT_EQ(std::sscanf(help.c_str() + help.find("--original"),
+                              "--original %d,%d,%d,%d --zoomed %d,%d,%d,%d --factor %d", &from[0], &from[1], &from[2],
+                              &from[3], &to[0], &to[1], &to[2], &to[3], &factor),
+                  9);
+        EXPECT_LE(to[2], 1024);
+        EXPECT_LE(to[3], 768);
+        EXPECT_EQ(to[2] - to[0], factor * (from[2] - from[0]));
+        EXPECT_EQ(to[3] - to[1], factor * (from[3] - from[1]));
+        EXPECT_LE(from[3], to[1]); // the view does not cover what it shows
     }
 
     TEST_F(KoructlTest, SaysThatTheDriverIsNotThere)

@@ -104,6 +104,15 @@ namespace {
         return key;
     }
 
+    // Windows 2000 and ReactOS name the miniport in the device's key; Windows XP names it in the key "Video" beside it.
+    bool IsVgaDevice(Machine& machine, const std::string& key)
+    {
+        if (Lower(key).find("\\vgasave\\") != std::string::npos)
+            return true;
+        const auto service = machine.ReadValue(key.substr(0, key.rfind('\\')) + "\\Video", "Service");
+        return service && Lower(TextOf(*service)) == "vgasave";
+    }
+
     void RequireName(const std::string& name)
     {
         const auto isOfNames = [](unsigned char c) { return c < 0x80 && (std::isalnum(c) || c == '_' || c == '-'); };
@@ -136,7 +145,7 @@ namespace {
 std::string Install(Machine& machine, const InstallOptions& options)
 {
     const std::string key = KeyOfVideoDevice(machine, options.videoDevice);
-    if (!options.evenVga && Lower(key).find("\\vgasave\\") != std::string::npos)
+    if (!options.evenVga && IsVgaDevice(machine, key))
         Refuse("the display driver is the one of safe and VGA mode; start the machine as usual, or use --vga");
     const auto list = machine.ReadValue(key, DriverList);
     if (!list || (list->type != TextListType && list->type != TextType))

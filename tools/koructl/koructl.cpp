@@ -12,7 +12,7 @@ namespace {
         R"(Examples:
   koructl status
   koructl capture mask DrvTextOut,DrvBitBlt
-  koructl zoomer create --original 0,0,320,200 --zoomed 0,200,960,800 --factor 3 --border all
+  koructl zoomer create --original 0,0,320,180 --zoomed 0,200,960,740 --factor 3 --border all
   koructl zoomer set 0xE1234560 --factor 4 --smooth 2
   koructl zoomer remove all
   koructl pair add FFFFFF,000000

@@ -157,7 +157,7 @@ namespace {
         {"zoomed", "LEFT,TOP,RIGHT,BOTTOM: where it is shown", ParseZoomed, TellZoomed},
         {"factor", "how many times as large, N or X,Y, 1 to 255", ParseFactor, TellFactor},
         {"smooth", "smoothing of edges, 0 (none) to 3", ParseSmooth, TellSmooth},
-        {"darker-wins", "yes or no: smoothing lets dark colours grow, not light ones", ParseDarkerWins, TellDarkerWins},
+        {"darker-wins", "yes or no: smoothing lets light colours grow, not dark ones", ParseDarkerWins, TellDarkerWins},
         {"style", "normal or inverted", ParseStyle, TellStyle},
         {"behaviour", "immediate, full or deferred: magnified with each drawing, whole or in part at updates",
          ParseBehaviour, TellBehaviour},
