@@ -10,6 +10,7 @@ namespace {
 using tools::PlayOptions;
 using tools::RecordsOptions;
 using tools::Session;
+using tools::ZoomerSettings;
 
 struct PlayArguments {
     std::vector<std::string> files;
@@ -78,13 +79,16 @@ Session SessionOfOptions(const PlayArguments& arguments)
     return session;
 }
 
-void RunPlay(const PlayArguments& arguments)
+void RunPlay(const CLI::App& play, const PlayArguments& arguments)
 {
     if (arguments.files.empty())
         throw std::runtime_error("nothing to play: name a session file, metafiles or pictures");
     const bool isSession = std::filesystem::path(arguments.files.front()).extension() == ".json";
     if (isSession && arguments.files.size() > 1)
         throw std::runtime_error("a session file stands alone");
+    for (const char* const option : {"--size", "--depth", "--mask", "--zoomer", "--dark-zone"})
+        if (isSession && play.count(option) != 0)
+            throw std::runtime_error(std::string("a session file says this itself: ") + option);
     const Session session = isSession ? tools::ReadSession(arguments.files.front()) : SessionOfOptions(arguments);
     tools::CheckSession(session);
     tools::Play(session, arguments.options);
@@ -106,7 +110,7 @@ void AddPlay(CLI::App& app, PlayArguments& arguments)
     play->add_option("--dark-zone", arguments.darkZones, "LEFT,TOP,RIGHT,BOTTOM: drawing there is not captured")
         ->allow_extra_args(false);
     play->add_flag("--quiet", arguments.options.quiet, "no table");
-    play->callback([&arguments] { RunPlay(arguments); });
+    play->callback([play, &arguments] { RunPlay(*play, arguments); });
 }
 
 struct RecordsArguments {
@@ -141,36 +145,38 @@ void AddRecords(CLI::App& app, RecordsArguments& arguments)
 
 struct MagnifyArguments {
     tools::MagnifyOptions options;
-    std::string factor = "2";
-    ULONG smooth = 0;
-    std::string border, borderColour = "black", style = "normal";
-    ULONG borderSize = 1;
+    std::string factor = "2", smooth = "0", style = "normal";
+    std::string border, borderColour = "black", borderSize = "1";
     bool darkerWins = false;
     std::vector<std::string> pairs;
 };
 
 koru::client::ColorPair ParsePair(const std::string& text)
 {
-    unsigned first = 0, second = 0;
-    char end = 0;
-    if (text.size() != 13 || std::sscanf(text.c_str(), "%6x,%6x%c", &first, &second, &end) != 2)
+    std::string digits = text;
+    if (text.size() == 13 && text[6] == ',')
+        digits.erase(6, 1);
+    if (digits.size() != 12 || digits.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
         throw Usage("--pair", "must be RRGGBB,RRGGBB");
-    const auto colour = [](unsigned rgb) {
+    const auto colour = [&digits](std::size_t start) {
+        const unsigned long rgb = std::stoul(digits.substr(start, 6), nullptr, 16);
         return koru::client::Rgb(static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8),
                                  static_cast<std::uint8_t>(rgb));
     };
-    return {colour(first), colour(second)};
+    return {colour(0), colour(6)};
 }
 
 void RunMagnify(MagnifyArguments& arguments)
 {
-    std::string zoomer = "original=0,0,1,1 zoomed=0,0,1,1 factor=" + arguments.factor
-        + " smooth=" + std::to_string(arguments.smooth) + " style=" + arguments.style
-        + " border_colour=" + arguments.borderColour + " border_size=" + std::to_string(arguments.borderSize)
-        + " darker_wins=" + (arguments.darkerWins ? "true" : "false");
+    ZoomerSettings& zoomer = arguments.options.zoomer;
+    tools::ParseZoomerKey("--factor", "factor", arguments.factor, zoomer);
+    tools::ParseZoomerKey("--smooth", "smooth", arguments.smooth, zoomer);
+    tools::ParseZoomerKey("--style", "style", arguments.style, zoomer);
+    tools::ParseZoomerKey("--border-colour", "border_colour", arguments.borderColour, zoomer);
+    tools::ParseZoomerKey("--border-size", "border_size", arguments.borderSize, zoomer);
     if (!arguments.border.empty())
-        zoomer += " border=" + arguments.border;
-    arguments.options.zoomer = tools::ParseZoomer(zoomer);
+        tools::ParseZoomerKey("--border", "border", arguments.border, zoomer);
+    zoomer.darkerWins = arguments.darkerWins;
     for (const std::string& pair : arguments.pairs)
         arguments.options.colorPairs.push_back(ParsePair(pair));
     tools::Magnify(arguments.options);
@@ -182,11 +188,11 @@ void AddMagnify(CLI::App& app, MagnifyArguments& arguments)
     magnify->add_option("in", arguments.options.in, "a PNG or BMP picture")->required();
     magnify->add_option("out", arguments.options.out, "the magnified PNG")->required();
     magnify->add_option("--factor", arguments.factor, "1 to 255, or X,Y")->default_val("2");
-    magnify->add_option("--smooth", arguments.smooth, "smoothing level, 0 to 3")->default_val(0);
+    magnify->add_option("--smooth", arguments.smooth, "smoothing level, 0 to 3")->default_val("0");
     magnify->add_option("--style", arguments.style, "normal or inverted")->default_val("normal");
-    magnify->add_option("--border", arguments.border, "all");
+    magnify->add_option("--border", arguments.border, "all, or sides such as left,top");
     magnify->add_option("--border-colour", arguments.borderColour, "black or white")->default_val("black");
-    magnify->add_option("--border-size", arguments.borderSize, "pixels")->default_val(1);
+    magnify->add_option("--border-size", arguments.borderSize, "pixels")->default_val("1");
     magnify->add_flag("--darker-wins", arguments.darkerWins, "smoothing lets light colours grow, not dark ones");
     magnify->add_option("--pair", arguments.pairs, "RRGGBB,RRGGBB: where they meet, the first grows")
         ->allow_extra_args(false);
@@ -212,7 +218,9 @@ int main(int argc, char** argv) // NOLINT(bugprone-exception-escape): what is th
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
-        std::cerr << "koru: " << error.what() << '\n';
+        const auto unknown = app.remaining(true);
+        std::cerr << "koru: " << (unknown.empty() ? error.what() : "\"" + unknown.front() + "\" is unknown")
+                  << " (koru --help tells what there is)\n";
         return 2;
     } catch (const std::exception& error) {
         std::cerr << "koru: " << error.what() << '\n';

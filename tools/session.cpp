@@ -53,10 +53,10 @@ namespace {
     {
         if (value.is_string() && value.get<std::string>() == "all")
             return 15;
-        if (!value.is_array())
+        if (!value.is_array() && !value.is_string())
             Refuse(place, "must be \"all\" or a list of left, top, right, bottom");
         ULONG sides = 0;
-        for (const Json& side : value)
+        for (const Json& side : value.is_array() ? value : Json::array({value}))
             sides |= 1u << OneOf(side, place, {"left", "top", "right", "bottom"});
         return sides;
     }
@@ -155,9 +155,23 @@ namespace {
         if (!file.is_string())
             Refuse(place, "must name a file");
         step.path = (folder / file.get<std::string>()).string();
-        if (detailed && value.contains("where"))
-            step.where = Rectangle(value["where"], place + ".where");
+        if (!detailed)
+            return step;
+        for (const auto& [key, content] : value.items()) {
+            if (key == "where")
+                step.where = Rectangle(content, place + ".where");
+            else if (key != "file")
+                Refuse(place, "does not know \"" + key + "\"");
+        }
         return step;
+    }
+
+    // A drawing whose place is told elsewhere.
+    std::string ReadPath(const Json& value, const std::string& place, const std::filesystem::path& folder)
+    {
+        if (value.is_object() && value.contains("where"))
+            Refuse(place, "does not know \"where\"");
+        return ReadPlay(value, place, folder).path;
     }
 
     OverlayStep ReadOverlay(const Json& value, const std::string& place, const std::filesystem::path& folder)
@@ -168,9 +182,9 @@ namespace {
         for (const auto& [key, content] : value.items()) {
             const std::string inner = place + "." + key;
             if (key == "image")
-                step.image = ReadPlay(content, inner, folder).path;
+                step.image = ReadPath(content, inner, folder);
             else if (key == "mask")
-                step.mask = ReadPlay(content, inner, folder).path;
+                step.mask = ReadPath(content, inner, folder);
             else if (key == "area")
                 step.area = Rectangle(content, inner);
             else if (key == "rop3")
@@ -234,6 +248,23 @@ namespace {
         }
     }
 
+    // JSON, or a shorter way to write it: words need no quotes, lists no brackets.
+    Json ParseValue(const std::string& text)
+    {
+        const Json value = Json::parse(text, nullptr, false);
+        if (!value.is_discarded())
+            return value;
+        if (text.find(',') == std::string::npos)
+            return text;
+        Json list = Json::array();
+        std::istringstream items(text);
+        for (std::string item; std::getline(items, item, ',');)
+            list.push_back(ParseValue(item));
+        if (text.ends_with(','))
+            list.push_back("");
+        return list;
+    }
+
     bool IsOnScreen(const RECTL& r, const Session& session)
     {
         return r.left >= 0 && r.top >= 0 && r.right <= static_cast<LONG>(session.width)
@@ -274,13 +305,14 @@ ZoomerSettings ParseZoomer(const std::string& text)
         const std::size_t equals = word.find('=');
         if (equals == std::string::npos)
             Refuse("--zoomer", "\"" + word + "\" is not KEY=VALUE");
-        const std::string value = word.substr(equals + 1);
-        Json parsed = Json::parse(value, nullptr, false);
-        if (value.find(',') != std::string::npos)
-            parsed = Json::parse("[" + value + "]", nullptr, false);
-        zoomer[word.substr(0, equals)] = parsed.is_discarded() ? Json(value) : parsed;
+        zoomer[word.substr(0, equals)] = ParseValue(word.substr(equals + 1));
     }
     return ReadZoomer(zoomer, "--zoomer");
+}
+
+void ParseZoomerKey(const std::string& option, const std::string& key, const std::string& text, ZoomerSettings& zoomer)
+{
+    zoomerKeys.at(key)(ParseValue(text), option, zoomer);
 }
 
 void CheckSession(const Session& session)

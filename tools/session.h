@@ -71,6 +71,9 @@ Session ReadSession(const std::string& path);
 // file's zoomer. Throws std::runtime_error.
 ZoomerSettings ParseZoomer(const std::string& text);
 
+// One of these keys, which must exist; errors name the option. Throws std::runtime_error.
+void ParseZoomerKey(const std::string& option, const std::string& key, const std::string& text, ZoomerSettings& zoomer);
+
 // Whether the screen and every rectangle are possible. Throws std::runtime_error.
 void CheckSession(const Session& session);
 
