@@ -209,6 +209,7 @@ namespace {
         EXPECT_EQ(Run({"--dance"}), 2);
         EXPECT_EQ(Run({"--help"}), 0);
         EXPECT_NE(out.str().find("Ctrl+C"), std::string::npos);
+        EXPECT_NE(out.str().find("on the machine where Koru was built"), std::string::npos);
     }
 
     // The real driver's records, and the device that they name.

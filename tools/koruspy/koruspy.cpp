@@ -18,8 +18,8 @@ namespace {
   koruspy --out text.koru --calls DrvTextOut --seconds 10
   koruspy --install-module C:\Koru\korutap.sys
 
-"koru records FILE" shows what is in such a file. Records hold all that is drawn, also secrets. The program
-needs an administrator: records come through the kernel module korutap.sys.)";
+"koru records FILE", on the machine where Koru was built, shows what is in such a file. Records hold all that
+is drawn, also secrets. The program needs an administrator: records come through the kernel module korutap.sys.)";
 
     struct Arguments {
         std::string out = "records.koru", calls = "all", seconds, module;
