@@ -66,8 +66,8 @@ namespace {
     const std::string Longest(39, 'n'), TooLong(40, 'n');
 
     const FileCase FileCases[] = {
-        {"AName", "vmx_fb", u"vmx_fb"},
-        {"LettersOfAnyCaseAreKept", "NV4-Disp", u"NV4-Disp"},
+        {"AName", "lcd_fb", u"lcd_fb"},
+        {"LettersOfAnyCaseAreKept", "Lcd4-Disp", u"Lcd4-Disp"},
         {"ALineFeed", "vga\n", u"vga"},
         {"ACarriageReturnAndLineFeed", "vga\r\n", u"vga"},
         {"OnlyTheFirstLine", "vga\r\nframebuf\r\n", u"vga"},
