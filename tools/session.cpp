@@ -251,7 +251,7 @@ namespace {
     // JSON, or a shorter way to write it: words need no quotes, lists no brackets.
     Json ParseValue(const std::string& text)
     {
-        const Json value = Json::parse(text, nullptr, false);
+        Json value = Json::parse(text, nullptr, false);
         if (!value.is_discarded())
             return value;
         if (text.find(',') == std::string::npos)

@@ -134,7 +134,7 @@ namespace {
         const auto names = NamesOf(list);
         if (names.empty())
             Refuse("the registry lists no display driver");
-        const std::string next = options.next.empty() ? names.front() : options.next;
+        std::string next = options.next.empty() ? names.front() : options.next;
         RequireName(next);
         RequireFile(machine, next + ".dll", "");
         return next;

@@ -451,6 +451,8 @@ const Golden goldens[] = {
          "RRRRRRRRRRRRRRRRRRRR",
          "RRRRRRRRRRRRRRRRRRRR",
      })},
+    // A row to a line:
+    // clang-format off
     {.name = "UprightDashLeftOutOfAnArea",
      .improveFactor = 3,
      .source = Lines({
@@ -487,6 +489,7 @@ const Golden goldens[] = {
          "RRRRRRRRRRRRRR",
          "RRRRRRRRRRRRRR",
      })},
+    // clang-format on
     {.name = "ThinStrokesThatMeet",
      .improveFactor = 3,
      .source = Lines({
