@@ -3,7 +3,9 @@
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 #pragma GCC diagnostic ignored "-Wshadow"
+#ifndef __clang_analyzer__ // which would look into it
 #define STB_IMAGE_WRITE_IMPLEMENTATION
+#endif
 #define STB_IMAGE_WRITE_STATIC
 #pragma GCC diagnostic ignored "-Wunused-function"
 #include <stb/stb_image_write.h>

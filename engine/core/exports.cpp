@@ -20,7 +20,7 @@ namespace {
 
 #define SERVICE(name)                                                                                                  \
     {                                                                                                                  \
-#name, reinterpret_cast < PFN>(&name), ArgumentBytes(&name)                                                    \
+#name, reinterpret_cast < PFN>(&(name)), ArgumentBytes(&(name))                                                \
     }
     const Service services[] = {
         SERVICE(EngLoadImage),

@@ -130,6 +130,7 @@ namespace {
         return (negative ? "-" : "") + digits;
     }
 
+    // NOLINTBEGIN(clang-analyzer-valist.Uninitialized): the caller has started the list
     ULONGLONG TakeInteger(const Conversion& conversion, va_list& arguments)
     {
         const bool isSigned = conversion.letter == 'd' || conversion.letter == 'i';
@@ -173,6 +174,7 @@ namespace {
             return String(conversion, va_arg(arguments.list, const void*));
         }
     }
+    // NOLINTEND(clang-analyzer-valist.Uninitialized)
 
 } // namespace
 

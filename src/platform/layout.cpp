@@ -6,5 +6,5 @@
 #define LAYOUT_FIELD(type, field, offset) static_assert(offsetof(type, field) == (offset), #type "." #field);
 #include "platform/layout_table.inc"
 
-#define CONSTANT(name, value) static_assert(name == (value), #name);
+#define CONSTANT(name, value) static_assert((name) == (value), #name);
 #include "platform/constants_table.inc"
